@@ -1,0 +1,52 @@
+// Character codes of the 8-bit string conversions, and the conversion functions between 16-bit text
+// and 8-bit text in those codes.
+//
+// TavoCharCodeDefault is Windows-1252, fixed and independent of the process locale, so that results
+// never depend on the environment. TavoCharCodeUTF8 is UTF-8 for all of Unicode.
+#pragma once
+
+#include "TavoRoot/TavoRootExport.hpp"
+
+#include <string>
+#include <string_view>
+
+enum TavoCharCode : int {
+    TavoCharCodeDefault = 0, // Windows-1252
+    TavoCharCodeUTF8 = 99,
+};
+
+namespace Tavo {
+
+enum CaseComparison : int {
+    CaseSensitive = 0,
+    CaseInsensitive = 1,
+};
+
+// Opaque per-call cache of CHUnicode2ANSI; no conversion needs one, so callers pass null.
+struct CHUnicode2ANSICache;
+
+// Appends the 16-bit form of the 8-bit text to `out`. Invalid UTF-8 sequences become U+FFFD, one per
+// maximal invalid subsequence; Windows-1252 bytes without a character (0x81, 0x8D, 0x8F, 0x90, 0x9D)
+// map to the C1 control of the same number, so every byte converts.
+TAVOROOT_API void AppendAnsiToUnicode(std::u16string& out, std::string_view text, TavoCharCode code);
+
+// Appends the 8-bit form of the 16-bit text to `out`. Returns false when a character cannot be
+// represented in `code` (or is a lone surrogate in UTF-8); with `lossy` such a character becomes '?'
+// and the conversion goes on. In strict mode `out` holds the text converted up to the failure.
+TAVOROOT_API bool AppendUnicodeToAnsi(std::string& out, std::u16string_view text, TavoCharCode code,
+                                      bool lossy);
+
+} // namespace Tavo
+
+// Converts `sourceLength` 16-bit units (a negative length means up to the terminating zero) to 8 bits.
+// With a null `target` and a `targetSize` of 0 returns the number of bytes needed, without a terminator.
+// With a target returns the number of bytes written (a terminator is added when room is left).
+// Returns a negative number when the text cannot be converted: a character is not representable and
+// `lossy` is false, or the target is too small. An empty source gives 0 and an empty target string.
+TAVOROOT_API int CHUnicode2ANSI(const unsigned short* source, int sourceLength, char* target, int targetSize,
+                                TavoCharCode code, bool lossy, const Tavo::CHUnicode2ANSICache** cache);
+
+// True if the zero-terminated 8-bit strings are equal; CaseInsensitive folds ASCII and Latin-1 letters
+// of the character code. Two null pointers are equal, a null and a non-null one are not.
+TAVOROOT_API bool CHEqualCStrings(const char* left, const char* right, Tavo::CaseComparison comparison,
+                                  TavoCharCode code);

@@ -1,0 +1,27 @@
+// The public interface of TavoXMLUtils: a client includes this one header.
+#pragma once
+
+#include "TavoRoot/Array.hpp"
+#include "TavoRoot/CharCode.hpp"
+#include "TavoRoot/ClassVersion.hpp"
+#include "TavoRoot/Guid.hpp"
+#include "TavoRoot/Handle.hpp"
+#include "TavoRoot/Numbers.hpp"
+#include "TavoRoot/OChannel.hpp"
+#include "TavoRoot/Owner.hpp"
+#include "TavoRoot/PlatformSign.hpp"
+#include "TavoRoot/SharedPtr.hpp"
+#include "TavoRoot/String.hpp"
+#include "TavoRoot/TavoException.hpp"
+#include "TavoRoot/UniString.hpp"
+#include "TavoRoot/XMLIChannel.hpp"
+#include "TavoRoot/XMLOChannel.hpp"
+#include "TavoRoot/XMLTag.hpp"
+#include "TavoRoot/XMLTypes.hpp"
+
+#include "Vesk/File.hpp"
+#include "Vesk/FileSystem.hpp"
+#include "Vesk/Folder.hpp"
+#include "Vesk/Location.hpp"
+#include "Vesk/Name.hpp"
+#include "Vesk/RelativeLocation.hpp"

@@ -1,0 +1,25 @@
+// Vesk::Folder: a folder at a location.
+#pragma once
+
+#include "Vesk/Location.hpp"
+#include "Vesk/Name.hpp"
+#include "Vesk/VeskExport.hpp"
+
+namespace Vesk {
+
+class VESK_API Folder {
+public:
+    // `flags` is reserved; pass 0.
+    Folder(Location const& location, int flags);
+
+    Location const& GetLocation() const noexcept { return location; }
+    bool Exists() const;
+    // Fills `name` with prefix + a generated part + suffix that names nothing in the folder at the time
+    // of the call. Returns 0, or a nonzero status when no free name was found.
+    unsigned int GenerateUnusedName(Name* name, char const* prefix, char const* suffix) const;
+
+private:
+    Location location;
+};
+
+} // namespace Vesk

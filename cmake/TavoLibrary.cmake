@@ -1,0 +1,15 @@
+# tavo_add_library(NAME DIR [LINKS ...]): a shared library built from every source below DIR.
+# Sources are globbed so that a new file in a subsystem folder needs no edit here.
+function(tavo_add_library name dir)
+    cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${dir}/*.cpp")
+    add_library(${name} SHARED ${sources})
+    add_library(TavoXMLUtils::${name} ALIAS ${name})
+    target_include_directories(${name} PUBLIC
+        $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+        $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+    target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE tavo_warnings)
+    string(TOUPPER ${name} upper)
+    target_compile_definitions(${name} PRIVATE ${upper}_BUILDING)
+    set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+endfunction()
