@@ -6,6 +6,8 @@ FUZZ_BUILD ?= build-fuzz
 PREFIX     ?= /usr/local
 JOBS       ?= $(shell nproc)
 FUZZ_SECONDS ?= 60
+# Extra seed folders for the fuzzers: the shared fuzz seeds when they are there.
+FUZZ_CORPUS ?= $(wildcard ../shared/corpus/fuzz-seeds/go-fuzz-corpus-xml)
 
 CMAKE_GEN = -G Ninja
 
@@ -50,7 +52,9 @@ fuzz:
 	@for f in $(FUZZ_BUILD)/fuzz/fuzz_*; do \
 	    name=$$(basename $$f); mkdir -p fuzz/corpus-run/$$name; \
 	    echo "== $$name for $(FUZZ_SECONDS)s"; \
-	    $$f -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=4096 fuzz/corpus-run/$$name fuzz/seeds || exit 1; \
+	    seeds=fuzz/seeds/$$name; [ -d $$seeds ] || seeds=; \
+	    $$f -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=4096 -timeout=30 \
+	        fuzz/corpus-run/$$name $$seeds $(FUZZ_CORPUS) || exit 1; \
 	done
 
 install: build

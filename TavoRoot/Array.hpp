@@ -80,6 +80,9 @@ public:
 
     // Takes over the content of `other`, which is left empty; the old content is destroyed.
     void Move(Array& other) noexcept {
+        if (&other == this) {
+            return;
+        }
         Clear(true);
         data = std::exchange(other.data, nullptr);
         size = std::exchange(other.size, 0);
@@ -95,14 +98,19 @@ protected:
         }
         T* fresh = nullptr;
         try {
-            fresh = static_cast<T*>(::operator new(sizeof(T) * std::size_t(newCapacity), std::align_val_t(alignof(T))));
+            fresh = static_cast<T*>(
+                ::operator new(sizeof(T) * std::size_t(newCapacity), std::align_val_t(alignof(T))));
         } catch (std::bad_alloc const&) {
             throw OutOfMemoryException("Array: cannot allocate the needed memory!", "Array", __LINE__, -108);
         }
-        for (unsigned int i = 0; i < size; ++i) {
-            ::new (fresh + i) T(std::move(data[i]));
-            data[i].~T();
+        try {
+            std::uninitialized_move(data, data + size, fresh);
+        } catch (...) {
+            // uninitialized_move has destroyed what it built; the old buffer stays in use.
+            ::operator delete(fresh, std::align_val_t(alignof(T)));
+            throw;
         }
+        std::destroy(data, data + size);
         ::operator delete(data, std::align_val_t(alignof(T)));
         data = fresh;
         capacity = newCapacity;

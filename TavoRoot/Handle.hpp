@@ -6,7 +6,8 @@
 
 namespace Tavo {
 
-// A new handle of `size` zero-filled bytes; the caller frees it with DisposeHandle.
+// A new handle of `size` zero-filled bytes, or null when memory is short; the caller frees it with
+// DisposeHandle. *handle is never null, even for size 0.
 TAVOROOT_API char** NewHandle(unsigned int size);
 // Frees a handle from NewHandle; null is allowed.
 TAVOROOT_API void DisposeHandle(char** handle) noexcept;

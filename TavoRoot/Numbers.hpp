@@ -2,8 +2,10 @@
 //
 // Writing: integers in plain decimal; reals as the shortest decimal text that reads back to the same
 // value ("inf", "-inf" and "nan" for the special values). Reading with both modes 0: white space at
-// both ends is skipped, and the rest must be exactly one decimal number of the type, in range, with
-// nothing left over; reals may have a sign, a fraction and an exponent.
+// both ends (Tavo::IsWhiteSpace) is skipped, and the rest must be exactly one decimal number of the
+// type, in range, with nothing left over ("0x10", "1.0" for an integer and "1e400" are refused). A sign
+// may lead, '+' included; reals may have a fraction and an exponent, and "inf", "-inf" and "nan" read
+// back as written.
 #pragma once
 
 #include "TavoRoot/TavoRootExport.hpp"
@@ -35,22 +37,22 @@ TAVOROOT_API bool valuetostr(double value, unsigned short* buffer, unsigned long
 // A null text fails.
 TAVOROOT_API bool strtovalue(unsigned short const* text, signed char& value, ToValueMode mode = ToValueStrict,
                              TrimWSMode trim = TrimWSBothEnds) noexcept;
-TAVOROOT_API bool strtovalue(unsigned short const* text, unsigned char& value, ToValueMode mode = ToValueStrict,
-                             TrimWSMode trim = TrimWSBothEnds) noexcept;
+TAVOROOT_API bool strtovalue(unsigned short const* text, unsigned char& value,
+                             ToValueMode mode = ToValueStrict, TrimWSMode trim = TrimWSBothEnds) noexcept;
 TAVOROOT_API bool strtovalue(unsigned short const* text, char& value, ToValueMode mode = ToValueStrict,
                              TrimWSMode trim = TrimWSBothEnds) noexcept;
 TAVOROOT_API bool strtovalue(unsigned short const* text, short& value, ToValueMode mode = ToValueStrict,
                              TrimWSMode trim = TrimWSBothEnds) noexcept;
-TAVOROOT_API bool strtovalue(unsigned short const* text, unsigned short& value, ToValueMode mode = ToValueStrict,
-                             TrimWSMode trim = TrimWSBothEnds) noexcept;
+TAVOROOT_API bool strtovalue(unsigned short const* text, unsigned short& value,
+                             ToValueMode mode = ToValueStrict, TrimWSMode trim = TrimWSBothEnds) noexcept;
 TAVOROOT_API bool strtovalue(unsigned short const* text, int& value, ToValueMode mode = ToValueStrict,
                              TrimWSMode trim = TrimWSBothEnds) noexcept;
-TAVOROOT_API bool strtovalue(unsigned short const* text, unsigned int& value, ToValueMode mode = ToValueStrict,
-                             TrimWSMode trim = TrimWSBothEnds) noexcept;
+TAVOROOT_API bool strtovalue(unsigned short const* text, unsigned int& value,
+                             ToValueMode mode = ToValueStrict, TrimWSMode trim = TrimWSBothEnds) noexcept;
 TAVOROOT_API bool strtovalue(unsigned short const* text, long& value, ToValueMode mode = ToValueStrict,
                              TrimWSMode trim = TrimWSBothEnds) noexcept;
-TAVOROOT_API bool strtovalue(unsigned short const* text, unsigned long& value, ToValueMode mode = ToValueStrict,
-                             TrimWSMode trim = TrimWSBothEnds) noexcept;
+TAVOROOT_API bool strtovalue(unsigned short const* text, unsigned long& value,
+                             ToValueMode mode = ToValueStrict, TrimWSMode trim = TrimWSBothEnds) noexcept;
 TAVOROOT_API bool strtovalue(unsigned short const* text, long long& value, ToValueMode mode = ToValueStrict,
                              TrimWSMode trim = TrimWSBothEnds) noexcept;
 TAVOROOT_API bool strtovalue(unsigned short const* text, unsigned long long& value,

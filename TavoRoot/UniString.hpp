@@ -102,7 +102,8 @@ public:
 
     // Read out.
     UStrHolder ToUStr(unsigned int from = 0, unsigned int count = kAll) const;
-    CStrHolder ToCStr(unsigned int from = 0, unsigned int count = kAll, TavoCharCode code = TavoCharCodeDefault,
+    CStrHolder ToCStr(unsigned int from = 0, unsigned int count = kAll,
+                      TavoCharCode code = TavoCharCodeDefault,
                       OnConversionError onError = ConversionErrorReplace) const;
     // A zero-terminated UTF-8 copy that the caller frees with delete[].
     char* CopyUTF8(unsigned int from = 0, unsigned int count = kAll,
@@ -123,6 +124,7 @@ public:
     bool operator==(UniString const& other) const noexcept;
     bool operator==(char const* text) const; // text in TavoCharCodeDefault; null equals ""
     bool operator==(unsigned short const* text) const noexcept;
+    // The character at `index`, or 0 at or past the end.
     unsigned short operator[](unsigned int index) const noexcept;
     unsigned int GenerateHashValue() const noexcept;
 
@@ -132,9 +134,11 @@ public:
                     unsigned int count = kAll);
     // Cuts the string or pads it with `pad` to `length` characters.
     void SetLength(unsigned int length, UniChar pad = UniChar(' '));
+    // An index at or past the end changes nothing.
     void SetAt(unsigned int index, UniChar c);
     // Removes white space (Unicode White_Space characters) from both ends.
     void Trim();
+    // Empties the string; a buffer that no other string shares is kept for reuse.
     void Clear() noexcept;
     // Lower-cases ASCII letters and Latin-1, Greek, Cyrillic and Latin Extended-A capitals.
     void SetToLowerCase(unsigned int from = 0, unsigned int count = kAll);
@@ -165,16 +169,28 @@ public:
     };
     CharRef operator[](unsigned int index) noexcept { return CharRef(*this, index); }
 
-    // printf-style formatting: %s 8-bit text (default code), %ls wchar_t text, %d int, %u unsigned int,
-    // %p pointer, %T a string passed through ToPrintf(), %% a percent sign. Flags, width and precision
-    // of printf are accepted for the numeric conversions.
+    // printf-style formatting: %s 8-bit text (default code), %ls zero-terminated 16-bit text (as given
+    // by ToUStr() or GetUStr()), %S wchar_t text (UTF-32 here; non-BMP characters become surrogate
+    // pairs), %c a char, %lc a wchar_t, %d/%i int, %u/%x/%X/%o unsigned int, %f/%e/%g/%a double, %p a
+    // pointer, %T a string passed through ToPrintf(), %% a percent sign. Flags, width, precision ('*'
+    // included) and the length modifiers hh, h, l, ll, z, j, t, L work as in printf; for the text
+    // conversions the precision limits the characters read and the width pads with blanks. A null text
+    // is written as "(null)".
     static UniString PrintfFwd(char const* format, ...);
     UniString const* ToPrintf() const noexcept { return this; }
 
 private:
     struct Buffer;
-    void MakeUnique(unsigned int capacity);
-    void Assign(char16_t const* text, std::size_t length);
+    // Makes the buffer this string's own with room for `capacity` characters (at least the current
+    // length) and returns its characters; grows geometrically when the room is exceeded.
+    char16_t* MakeUnique(std::size_t capacity);
+    // Replaces `removed` characters at `at` by `count` characters of `text` (which may lie in this
+    // string's own buffer). The one edit that changes the length.
+    void Splice(unsigned int at, unsigned int removed, char16_t const* text, std::size_t count);
+    void AppendAnsi(char const* text, std::size_t length, TavoCharCode code);
+    // A new[] array with the 8-bit text of a clamped range, zero-terminated.
+    char* CopyAnsi(unsigned int from, unsigned int count, TavoCharCode code) const;
+    char16_t const* Data() const noexcept;
     Buffer* buffer;
 };
 
@@ -196,6 +212,12 @@ TAVOROOT_API Concatenation operator+(UniString const& left, UniString const& rig
 TAVOROOT_API Concatenation operator+(UniString const& left, char const* right);
 TAVOROOT_API Concatenation operator+(UniString const& left, unsigned short const* right);
 TAVOROOT_API Concatenation operator+(char const* left, UniString const& right);
+
+// Unicode White_Space: the characters that Trim() and the number readers skip.
+TAVOROOT_API bool IsWhiteSpace(char16_t c) noexcept;
+// Simple lower case of ASCII letters and of the Latin-1, Latin Extended-A, Greek and Cyrillic
+// capitals; every other character is returned as it is. SetToLowerCase and CaseInsensitive use it.
+TAVOROOT_API char16_t ToLowerCase(char16_t c) noexcept;
 
 // Length of a zero-terminated 16-bit string, and a copy of one including its terminator.
 TAVOROOT_API unsigned int ucslen(unsigned short const* text) noexcept;

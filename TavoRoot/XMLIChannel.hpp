@@ -6,9 +6,10 @@
 //    the caller's buffer; it fails with GeneralError if the text is not an even number of hex digits
 //    or the bytes do not fit in `size`, leaving the buffer untouched.
 //  - ReadXMLCDATAHexToBin(char** handle) resizes the caller's handle (TavoRoot/Handle.hpp) to the
-//    decoded byte count and fills it; the caller allocates and frees the handle.
+//    decoded byte count and fills it; the caller allocates and frees the handle. Hex digits may be of
+//    either case; white space is not skipped.
 //  - ReadXMLCDATAString(buffer, size) copies the text in the default character code, cut to size - 1
-//    bytes, zero-terminated.
+//    bytes, zero-terminated. A size of 0 is refused with GeneralError before anything is read.
 #pragma once
 
 #include "TavoRoot/ClassVersion.hpp"

@@ -9,7 +9,8 @@
 //  - char const* texts with a length: length 0 means a zero-terminated text; they are in the default
 //    character code;
 //  - WriteXMLCDATABinToHex writes every byte as two upper-case hex digits ("00FF7A"). Its char** form
-//    takes a handle (TavoRoot/Handle.hpp) and writes all GetHandleSize bytes of it.
+//    takes a handle (TavoRoot/Handle.hpp) and writes all GetHandleSize bytes of it. A null handle, or
+//    null data with a nonzero length, is refused with GeneralError without reaching the funnel.
 //
 // Element and attribute names are zero-terminated texts in the default character code. Every
 // operation that returns an int returns a status: NoError, GeneralError or another code.

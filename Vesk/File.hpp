@@ -1,6 +1,7 @@
-// Vesk::File: a file at a location, read and written in binary through a buffer. Constructing one never
-// throws, even for a missing file; every operation reports by status (Vesk/VeskStatus.hpp). A File is
-// a byte sink (Tavo::OChannel) while it is open for writing.
+// Vesk::File: a file at a location, read and written in binary through a 64 KiB buffer. Constructing one
+// never throws, even for a missing file; every operation reports by status (Vesk/VeskStatus.hpp). A File
+// is a byte sink (Tavo::OChannel) while it is open for writing. No write failure is dropped: a failed
+// write makes every later WriteBin and the Close fail with the same status.
 #pragma once
 
 #include "TavoRoot/OChannel.hpp"
@@ -9,7 +10,6 @@
 #include "Vesk/VeskStatus.hpp"
 
 #include <cstdio>
-#include <memory>
 
 namespace Vesk {
 
@@ -36,6 +36,9 @@ public:
     Location const& GetLocation() const noexcept { return location; }
     bool Exists() const;
 
+    // Returns 0, StatusNotFound for a missing file (or folder on the way), StatusAccessDenied when the
+    // system refuses (AccessDeniedRetryOnce tries once more first), StatusBadLocation for a folder,
+    // StatusAlreadyOpen, or the constructor's status.
     unsigned int Open(OpenMode mode, AccessDeniedTreatment treatment);
     bool IsOpen() const noexcept { return stream != nullptr; }
     // Reads up to `count` bytes; `read` receives the count really read. Returns 0, StatusEndOfFile when
@@ -50,6 +53,7 @@ private:
     unsigned int status;
     std::FILE* stream = nullptr;
     OpenMode mode = OpenRead;
+    unsigned int writeStatus = StatusOK; // the first write failure since Open; Close reports it
 };
 
 } // namespace Vesk

@@ -15,7 +15,9 @@ public:
     Location const& GetLocation() const noexcept { return location; }
     bool Exists() const;
     // Fills `name` with prefix + a generated part + suffix that names nothing in the folder at the time
-    // of the call. Returns 0, or a nonzero status when no free name was found.
+    // of the call (a folder that does not exist holds no names). The generated part is 12 random
+    // lower-case letters and digits. Null prefix or suffix count as empty. Returns 0, or a nonzero status
+    // for an empty location, a null `name`, or when no free name was found.
     unsigned int GenerateUnusedName(Name* name, char const* prefix, char const* suffix) const;
 
 private:

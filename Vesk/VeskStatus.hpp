@@ -6,16 +6,16 @@ namespace Vesk {
 // Status codes returned by Vesk operations (0 is success).
 enum Status : unsigned int {
     StatusOK = 0,
-    StatusEndOfFile = 0x81000100u,       // a read reached the end of the file
-    StatusNotFound = 0x81010303u,        // nothing there (Delete of a missing target, Open of a missing file)
-    StatusAccessDenied = 0x81010304u,    // the system refused access
-    StatusNotOpen = 0x81010305u,         // read or write on a file that is not open
-    StatusIOError = 0x81010306u,         // the system reported a read or write failure
-    StatusBadLocation = 0x81010307u,     // empty or unusable location
-    StatusAlreadyOpen = 0x81010308u,     // Open on an open file
-    StatusWrongMode = 0x81010309u,       // read on a file opened for writing or the other way round
-    StatusExists = 0x8101030Au,          // a folder operation met an existing entry
-    StatusBadArgument = 0x8101030Bu,     // an argument out of its range
+    StatusEndOfFile = 0x81000100u,    // a read reached the end of the file
+    StatusNotFound = 0x81010303u,     // nothing there (Delete of a missing target, Open of a missing file)
+    StatusAccessDenied = 0x81010304u, // the system refused access
+    StatusNotOpen = 0x81010305u,      // read or write on a file that is not open
+    StatusIOError = 0x81010306u,      // the system reported a read or write failure
+    StatusBadLocation = 0x81010307u,  // empty or unusable location
+    StatusAlreadyOpen = 0x81010308u,  // Open on an open file
+    StatusWrongMode = 0x81010309u,    // read on a file opened for writing or the other way round
+    StatusExists = 0x8101030Au,       // an entry is in the way (folder not empty, no free name)
+    StatusBadArgument = 0x8101030Bu,  // an argument out of its range
 };
 
 // Identifiers of special locations for fileSystem.GetSpecialLocation.

@@ -1,0 +1,119 @@
+#include "Vesk/Location.hpp"
+#include "Vesk/RelativeLocation.hpp"
+#include "Vesk/VeskStatus.hpp"
+
+#include "Vesk/VeskTestSupport.hpp"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using VeskTest::Utf8;
+
+namespace {
+
+std::string URLOf(Vesk::Location const& location) {
+    Tavo::UniString url;
+    location.ToURL(&url);
+    return Utf8(url);
+}
+
+} // namespace
+
+TEST(VeskLocation, PathToURLAndBack) {
+    // Space, non-ASCII, percent sign, '#', '?' and a reserved ':' all come out escaped.
+    std::string const path = "/tmp/a b/\xC3\xBC%#?:~x.xml";
+    Vesk::Location const location(path.c_str());
+    EXPECT_EQ(location.GetNativePath(), path);
+    EXPECT_EQ(URLOf(location), "file:///tmp/a%20b/%C3%BC%25%23%3F%3A~x.xml");
+
+    Vesk::Location const back(Tavo::UniString(URLOf(location).c_str(), TavoCharCodeUTF8));
+    EXPECT_EQ(back.GetNativePath(), path);
+    EXPECT_EQ(back, location);
+
+    Tavo::UniString text;
+    location.ToPath(&text);
+    EXPECT_EQ(Utf8(text), path);
+    EXPECT_EQ(Utf8(location.ToDisplayText()), path);
+    EXPECT_EQ(Utf8(location.ToLogText()), path);
+
+    Vesk::Location const empty;
+    EXPECT_TRUE(empty.IsEmpty());
+    EXPECT_EQ(URLOf(empty), "");
+    EXPECT_TRUE(empty.ToLogText().IsEmpty());
+    EXPECT_TRUE(Vesk::Location(Tavo::UniString()).IsEmpty());
+}
+
+TEST(VeskLocation, FileURLForms) {
+    Vesk::Location location;
+    EXPECT_EQ(location.Set(Tavo::UniString("file://localhost/x/y.xml")), 0);
+    EXPECT_EQ(location.GetNativePath(), "/x/y.xml");
+    EXPECT_EQ(location.Set(Tavo::UniString("FILE:/x/%7e%2Fz")), 0);
+    EXPECT_EQ(location.GetNativePath(), "/x/~/z");
+    EXPECT_EQ(location.Set(Tavo::UniString("file:///a/b.xml#part")), 0);
+    EXPECT_EQ(location.GetNativePath(), "/a/b.xml");
+    // A '%' that starts no escape is taken as it stands.
+    EXPECT_EQ(location.Set(Tavo::UniString("file:///a/100%zz%")), 0);
+    EXPECT_EQ(location.GetNativePath(), "/a/100%zz%");
+
+    EXPECT_NE(location.Set(Tavo::UniString("file://elsewhere/x")), 0);
+    EXPECT_TRUE(location.IsEmpty());
+    EXPECT_NE(location.Set(Tavo::UniString("http://example.org/x.xsd")), 0);
+    EXPECT_TRUE(location.IsEmpty());
+}
+
+TEST(VeskLocation, PathsAreAbsoluteAndNormal) {
+    std::string const cwd = std::filesystem::current_path().string();
+    EXPECT_EQ(Vesk::Location("sub/../a.xml").GetNativePath(), cwd + "/a.xml");
+    EXPECT_EQ(Vesk::Location(Tavo::UniString("DOMReaderCreationFromMemory")).GetNativePath(),
+              cwd + "/DOMReaderCreationFromMemory");
+    EXPECT_EQ(Vesk::Location("/a/./b//c/../").GetNativePath(), "/a/b");
+    EXPECT_EQ(Vesk::Location("/..").GetNativePath(), "/");
+    // A colon alone does not make a URL.
+    EXPECT_EQ(Vesk::Location("/notes:1.xml").GetNativePath(), "/notes:1.xml");
+}
+
+TEST(VeskLocation, AppendNameAndParent) {
+    Vesk::Location location("/tmp");
+    EXPECT_EQ(location.AppendToLocal(Vesk::Name("x y.xml")), 0);
+    EXPECT_EQ(location.GetNativePath(), "/tmp/x y.xml");
+    EXPECT_EQ(Utf8(location.GetName().GetText()), "x y.xml");
+    EXPECT_EQ(location.GetParent().GetNativePath(), "/tmp");
+    EXPECT_NE(location.AppendToLocal(Vesk::Name("a/b")), 0);
+    EXPECT_NE(location.AppendToLocal(Vesk::Name("..")), 0);
+    EXPECT_NE(location.AppendToLocal(Vesk::Name()), 0);
+    EXPECT_EQ(location.GetNativePath(), "/tmp/x y.xml");
+
+    Vesk::Location root("/");
+    EXPECT_EQ(root.AppendToLocal(Vesk::Name("top")), 0);
+    EXPECT_EQ(root.GetNativePath(), "/top");
+    EXPECT_EQ(root.GetParent().GetNativePath(), "/");
+    EXPECT_TRUE(root.GetParent().GetParent().IsEmpty());
+
+    Vesk::Location empty;
+    EXPECT_NE(empty.AppendToLocal(Vesk::Name("x")), 0);
+    EXPECT_TRUE(empty.IsEmpty());
+
+    Vesk::Name name("Scratch_1");
+    name.AppendExtension("xml");
+    EXPECT_EQ(Utf8(name.GetText()), "Scratch_1.xml");
+}
+
+TEST(VeskRelativeLocation, URLForm) {
+    Vesk::RelativeLocation path(Vesk::Name("root"));
+    path.Append(Vesk::Name("a b"));
+    Vesk::RelativeLocation tail(Vesk::Name("xs:item"));
+    tail.Append(Vesk::Name("#text"));
+    path.Append(tail);
+    Tavo::UniString url;
+    path.ToURL(&url);
+    EXPECT_EQ(Utf8(url), "file://root/a%20b/xs:item/%23text");
+
+    Vesk::RelativeLocation copy = path;
+    copy.Append(copy);
+    EXPECT_EQ(copy.GetSegments().size(), 8u);
+
+    Vesk::RelativeLocation empty;
+    empty.ToURL(&url);
+    EXPECT_EQ(Utf8(url), "file://");
+}
