@@ -686,12 +686,14 @@ UniString UniString::PrintfFwd(char const* format, ...) {
             }
             ++p;
             bool const left = flags.find('-') != std::string::npos;
-            std::string numeric = "%" + flags;
+            std::string numeric(1, '%');
+            numeric += flags;
             if (width >= 0) {
                 numeric += std::to_string(width);
             }
             if (precision >= 0) {
-                numeric += "." + std::to_string(precision);
+                numeric += '.';
+                numeric += std::to_string(precision);
             }
             numeric += length;
             numeric += conversion;
