@@ -1,0 +1,103 @@
+#include "TavoXMLUtils/TavoXMLUtils.hpp"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <new>
+#include <sstream>
+#include <string>
+
+using namespace TavoXML;
+
+namespace {
+
+std::string const kDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\" ?>";
+
+// The message of the XMLOChannelException that `factory` throws, or "no exception".
+template <class Factory>
+std::string ThrownMessage(Factory const& factory) {
+    try {
+        Tavo::XMLOChannel* channel = factory();
+        DisposeXMLOChannel(channel);
+        return "no exception";
+    } catch (XMLOChannelException const& e) {
+        EXPECT_EQ(e.GetErrorCode(), -36);
+        EXPECT_STREQ(e.GetFile(), "TavoXMLInterface");
+        EXPECT_GT(e.GetLine(), 0u);
+        EXPECT_EQ(e.GetPrevious(), nullptr) << "the caught exception is not attached";
+        return e.GetMessage().ToCStr().Get();
+    }
+}
+
+} // namespace
+
+TEST(OutputFactories, InMemoryChannelsExportTheirDocument) {
+    Tavo::XMLOChannel* channel = CreateXMLOChannel("root", ReturnNullOnError);
+    ASSERT_NE(channel, nullptr);
+    channel->WriteXML("v", 1);
+    channel->WriteEndDocument();
+    std::string const expected = kDeclaration + "\n<root>\n\t<v>1</v>\n</root>\n";
+    EXPECT_EQ(ExportOChannelToUniString(channel), Tavo::UniString(expected.c_str()));
+    std::string bytes;
+    ExportOChannel(channel, [&](char const* data, unsigned int length) { bytes.append(data, length); });
+    EXPECT_EQ(bytes, expected);
+    DisposeXMLOChannel(channel);
+    EXPECT_EQ(channel, nullptr);
+
+    channel = CreateXMLOChannel(Tavo::XMLNoTopLevelTag, ThrowOnError);
+    channel->WriteStartElement("top");
+    channel->WriteEndElement();
+    EXPECT_EQ(ExportOChannelToUniString(channel), Tavo::UniString((kDeclaration + "\n<top/>").c_str()));
+    DisposeXMLOChannel(channel);
+
+    DisposeXMLOChannel(channel); // null: nothing happens
+    EXPECT_EQ(channel, nullptr);
+    EXPECT_TRUE(ExportOChannelToUniString(nullptr).IsEmpty());
+    ExportOChannel(nullptr, [](char const*, unsigned int) { FAIL() << "the sink must not be called"; });
+}
+
+TEST(OutputFactories, FileChannelsWriteWhenDisposed) {
+    std::filesystem::path const folder = std::filesystem::temp_directory_path() / "outputFactoriesTest";
+    std::filesystem::create_directories(folder);
+    Tavo::XMLOChannel* tagged =
+        CreateXMLOChannel(Vesk::Location((folder / "a.xml").c_str()), "root", ThrowOnError);
+    Tavo::XMLOChannel* untagged = CreateXMLOChannel(Vesk::Location((folder / "b.xml").c_str()),
+                                                    Tavo::XMLNoTopLevelTag, ReturnNullOnError);
+    untagged->WriteStartElement("top");
+    EXPECT_FALSE(std::filesystem::exists(folder / "a.xml"));
+    DisposeXMLOChannel(tagged);
+    DisposeXMLOChannel(untagged);
+
+    auto read = [&](char const* name) {
+        std::ostringstream text;
+        text << std::ifstream(folder / name, std::ios::binary).rdbuf();
+        return text.str();
+    };
+    EXPECT_EQ(read("a.xml"), kDeclaration + "\n<root/>");
+    EXPECT_EQ(read("b.xml"), kDeclaration + "\n<top/>");
+    std::filesystem::remove_all(folder);
+}
+
+TEST(OutputFactories, FailuresByPolicy) {
+    Vesk::Location const nowhere;
+    EXPECT_EQ(CreateXMLOChannel("a b", ReturnNullOnError), nullptr);
+    EXPECT_EQ(CreateXMLOChannel(nowhere, "<", ReturnNullOnError), nullptr);
+    EXPECT_EQ(CreateXMLOChannel("a b", static_cast<ExceptionPolicy>(2)), nullptr) << "only 1 throws";
+    EXPECT_EQ(ThrownMessage([] { return CreateXMLOChannel("a b", ThrowOnError); }), "XercesC DOMException");
+    EXPECT_EQ(ThrownMessage([&] { return CreateXMLOChannel(nowhere, "", ThrowOnError); }),
+              "XercesC DOMException");
+
+    // Each rung of the worker's catch ladder has its fixed text; the caught exception's own text is not used.
+    auto throwing = [](auto exception) { return [exception]() -> DOMBuilder* { throw exception; }; };
+    auto viaWorker = [](auto construct) {
+        return [construct] { return CreateXMLOChannelInternal(construct, ThrowOnError); };
+    };
+    EXPECT_EQ(ThrownMessage(viaWorker(throwing(std::bad_alloc()))), "Not enough memory in CreateXMLOChannel");
+    EXPECT_EQ(
+        ThrownMessage(viaWorker(throwing(DOMBuilderException("Creating document failed.", "F", 1, -36)))),
+        "TavoXML DOMBuilderException");
+    EXPECT_EQ(ThrownMessage(viaWorker(throwing(42))), "Unknown Exception in CreateXMLOChannel");
+    EXPECT_EQ(CreateXMLOChannelInternal(throwing(std::bad_alloc()), ReturnNullOnError), nullptr);
+    EXPECT_EQ(CreateXMLOChannelInternal(throwing(42), static_cast<ExceptionPolicy>(2)), nullptr);
+}
