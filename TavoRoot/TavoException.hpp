@@ -18,10 +18,10 @@ public:
                   int errorCode);
     TavoException(char const* message, char const* file, unsigned int line, TavoException const& previous,
                   int errorCode);
-    TavoException(UniString const& message, char const* file, unsigned int line, TavoException const* previous,
-                  int errorCode);
-    TavoException(UniString const& message, char const* file, unsigned int line, TavoException const& previous,
-                  int errorCode);
+    TavoException(UniString const& message, char const* file, unsigned int line,
+                  TavoException const* previous, int errorCode);
+    TavoException(UniString const& message, char const* file, unsigned int line,
+                  TavoException const& previous, int errorCode);
     TavoException(TavoException const& other);
     TavoException& operator=(TavoException const&) = delete;
     virtual ~TavoException();

@@ -1,0 +1,179 @@
+#include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
+
+#include "TavoRoot/TavoException.hpp"
+#include "TavoXMLUtils/parsing/DOMTreeErrorReporter.hpp"
+#include "TavoXMLUtils/parsing/LocationInputSource.hpp"
+#include "TavoXMLUtils/parsing/TavoEntityResolver.hpp"
+#include "TavoXMLUtils/support/XMLChText.hpp"
+#include "Vesk/File.hpp"
+
+#include <xercesc/dom/DOMException.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/sax/SAXException.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/SecurityManager.hpp>
+#include <xercesc/util/XMLException.hpp>
+#include <xercesc/validators/common/Grammar.hpp>
+
+#include <memory>
+
+namespace {
+
+constexpr char const* gParseFailed = "Failed to parse XML document";
+constexpr char const* gMemoryError = "Memory error";
+constexpr char const* gSchemaNotOpened = "Could not open the XML Schema file.";
+constexpr char const* gSchemaNotLoaded = "Could not load the XML Schema.";
+constexpr int gGeneralError = -7003;
+
+void Report(NodeLocationInfo* errorLocation, Tavo::UniString* errorMessage, XMLFileLoc line,
+            Tavo::UniString const& text) {
+    if (errorLocation != nullptr) {
+        errorLocation->lineNumber = static_cast<std::uint32_t>(line);
+    }
+    if (errorMessage != nullptr) {
+        *errorMessage = text;
+    }
+}
+
+// The error handler, entity resolver and security manager of one call live on its stack; they are
+// taken off the parser when the call ends, so that the parser never points at objects that are gone.
+class CallScope {
+public:
+    explicit CallScope(xercesc::XercesDOMParser& parser) : parser(parser) {}
+    CallScope(CallScope const&) = delete;
+    CallScope& operator=(CallScope const&) = delete;
+    ~CallScope() {
+        parser.setErrorHandler(nullptr);
+        parser.setEntityResolver(nullptr);
+        parser.setSecurityManager(nullptr);
+    }
+
+private:
+    xercesc::XercesDOMParser& parser;
+};
+
+} // namespace
+
+ValidatingXMLParser::ValidatingXMLParser() = default;
+
+ValidatingXMLParser::~ValidatingXMLParser() = default;
+
+bool ValidatingXMLParser::LoadSchema(Vesk::Location const& location, NodeLocationInfo* errorLocation,
+                                     Tavo::UniString* errorMessage) {
+    {
+        // Only proves that the file opens; the grammar itself is read by the parser below.
+        Vesk::File file(location, Vesk::File::OnNotFoundIgnore);
+        if (file.Open(Vesk::File::OpenRead, Vesk::AccessDeniedReport) != Vesk::StatusOK) {
+            Report(errorLocation, errorMessage, 0, gSchemaNotOpened);
+            return false;
+        }
+    }
+    Tavo::UniString path;
+    try {
+        location.ToPath(&path);
+        DOMTreeErrorReporter reporter;
+        CallScope const scope(parser);
+        parser.setErrorHandler(&reporter);
+        if (parser.loadGrammar(TavoXML::AsXMLCh(path), xercesc::Grammar::SchemaGrammarType, true) ==
+            nullptr) {
+            throw Tavo::TavoException("", __FILE__, __LINE__, nullptr, gGeneralError);
+        }
+        parser.setValidationScheme(xercesc::AbstractDOMParser::Val_Always);
+        parser.setDoSchema(true);
+        parser.setDoNamespaces(true);
+        parser.useCachedGrammarInParse(true);
+        return true;
+    } catch (xercesc::SAXParseException const& exception) {
+        Report(errorLocation, errorMessage, exception.getLineNumber(),
+               Tavo::UniString(exception.getMessage()));
+    } catch (xercesc::SAXException const& exception) {
+        Report(errorLocation, errorMessage, 0, Tavo::UniString(exception.getMessage()));
+    } catch (xercesc::XMLException const& exception) {
+        Report(errorLocation, errorMessage, exception.getSrcLine(), Tavo::UniString(exception.getMessage()));
+    } catch (xercesc::DOMException const& exception) {
+        Report(errorLocation, errorMessage, 0, Tavo::UniString(exception.msg));
+    } catch (...) {
+        Report(errorLocation, errorMessage, 0, gSchemaNotLoaded);
+    }
+    return false;
+}
+
+xercesc::DOMDocument* ValidatingXMLParser::Parse(xercesc::InputSource& source, ValSchemes scheme,
+                                                 bool createEntityRefs, NodeLocations* nodeLocations,
+                                                 NodeLocationInfo* errorLocation,
+                                                 Tavo::UniString* errorMessage) {
+    DOMTreeErrorReporter reporter;
+    TavoEntityResolver resolver;
+    // Nested general entities can make a small document expand without end ("billion laughs"). The
+    // parser's security manager ends such a parse with a fatal error after its default of 50000
+    // entity expansions, far above what real documents use; character references and the predefined
+    // entities don't count.
+    xercesc::SecurityManager securityManager;
+    parser.SetNodeLocations(nodeLocations);
+    try {
+        CallScope const scope(parser);
+        parser.reset();
+        // With a loaded schema the caller's scheme doesn't count: the document is validated against it,
+        // and namespaces are processed exactly then.
+        if (parser.getDoSchema()) {
+            scheme = xercesc::AbstractDOMParser::Val_Always;
+        }
+        parser.setValidationScheme(scheme);
+        parser.setDoNamespaces(parser.getDoSchema());
+        parser.setErrorHandler(&reporter);
+        parser.setCreateEntityReferenceNodes(createEntityRefs);
+        parser.setEntityResolver(&resolver);
+        parser.setSecurityManager(&securityManager);
+        parser.parse(source);
+        return parser.adoptDocument();
+    } catch (xercesc::SAXParseException const& exception) {
+        Report(errorLocation, errorMessage, exception.getLineNumber(),
+               Tavo::UniString(exception.getMessage()));
+    } catch (xercesc::XMLException const& exception) {
+        // The line in the parser's own source, not in the document; kept as the parser gives it.
+        Report(errorLocation, errorMessage, exception.getSrcLine(), Tavo::UniString(exception.getMessage()));
+    } catch (...) {
+        Report(errorLocation, errorMessage, 0, gParseFailed);
+    }
+    return nullptr;
+}
+
+xercesc::DOMDocument* ValidatingXMLParser::Parse(Vesk::Location const& location, ValSchemes scheme,
+                                                 bool createEntityRefs, NodeLocations* nodeLocations,
+                                                 NodeLocationInfo* errorLocation,
+                                                 Tavo::UniString* errorMessage) {
+    std::unique_ptr<xercesc::InputSource> source;
+    try {
+        source.reset(new LocationInputSource(location));
+    } catch (...) {
+    }
+    if (!source) {
+        Report(errorLocation, errorMessage, 0, gMemoryError);
+        return nullptr;
+    }
+    return Parse(*source, scheme, createEntityRefs, nodeLocations, errorLocation, errorMessage);
+}
+
+xercesc::DOMDocument* ValidatingXMLParser::Parse(unsigned char const* bytes, unsigned int size,
+                                                 ValSchemes scheme, bool createEntityRefs,
+                                                 Tavo::UniString const& name, NodeLocations* nodeLocations,
+                                                 NodeLocationInfo* errorLocation,
+                                                 Tavo::UniString* errorMessage) {
+    // The buffer is not adopted: it must outlive the call. The name becomes the system id and so the
+    // document's URI.
+    Tavo::UniString::UStrHolder const nameText = name.ToUStr(0, Tavo::UniString::kAll);
+    xercesc::MemBufInputSource source(bytes, size, TavoXML::AsXMLCh(nameText.Get()), false,
+                                      xercesc::XMLPlatformUtils::fgMemoryManager);
+    return Parse(source, scheme, createEntityRefs, nodeLocations, errorLocation, errorMessage);
+}
+
+xercesc::DOMDocument* ValidatingXMLParser::Parse(unsigned char const* bytes, unsigned int size,
+                                                 ValSchemes scheme, bool createEntityRefs,
+                                                 Vesk::Location const& location, NodeLocations* nodeLocations,
+                                                 NodeLocationInfo* errorLocation,
+                                                 Tavo::UniString* errorMessage) {
+    Tavo::UniString path;
+    location.ToPath(&path);
+    return Parse(bytes, size, scheme, createEntityRefs, path, nodeLocations, errorLocation, errorMessage);
+}
