@@ -25,3 +25,17 @@
 #include "Vesk/Location.hpp"
 #include "Vesk/Name.hpp"
 #include "Vesk/RelativeLocation.hpp"
+
+#include "TavoXMLUtils/parsing/DOMTreeErrorReporter.hpp"
+#include "TavoXMLUtils/parsing/NodeLocations.hpp"
+#include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
+
+#include "TavoXMLUtils/interface/TavoXMLChannelGuards.hpp"
+#include "TavoXMLUtils/interface/TavoXMLIChannelFactories.hpp"
+#include "TavoXMLUtils/reader/TavoXMLDOMReader.hpp"
+#include "TavoXMLUtils/support/GeneralTestFunction.hpp"
+
+#include "TavoXMLUtils/builder/TavoXMLDOMBuilder.hpp"
+#include "TavoXMLUtils/interface/TavoXMLExceptions.hpp"
+#include "TavoXMLUtils/interface/TavoXMLInterface.hpp"
+#include "TavoXMLUtils/interface/XercescInitializer.hpp"
