@@ -61,7 +61,8 @@ install: build
 	cmake --install $(BUILD) --prefix $(PREFIX)
 
 format:
-	@git ls-files '*.cpp' '*.hpp' | xargs clang-format -i
+	@git ls-files --cached --others --exclude-standard '*.cpp' '*.hpp' | sort -u | \
+	    while read -r f; do [ -f "$$f" ] && echo "$$f"; done | xargs -r clang-format -i
 
 clean:
 	rm -rf $(BUILD) $(SAN_BUILD) $(BENCH_BUILD) $(FUZZ_BUILD)

@@ -2,6 +2,7 @@
 // DOMBuilder and exports the document as UTF-8 in memory; beside it builds the same document, layout
 // text nodes included, with plain Xerces-C++ DOM calls and serialises it with DOMLSSerializer.
 // Ends with "ratio <case> <value>": the channel's time over the plain DOM's time.
+#include "BenchDocument.hpp"
 #include "TavoXMLUtils/TavoXMLUtils.hpp"
 #include "TavoXMLUtils/support/XMLChText.hpp"
 
@@ -22,54 +23,14 @@
 
 namespace {
 
-// Document shape: root > Group (attribute) > Section (attribute) > Record (attribute and nine values).
-// 100,000 records of ten values each make the 1,000,000; the outer attributes add 1,010 more.
-struct Shape {
-    int groups;
-    int sections;
-    int records;
-};
-constexpr Shape gFullShape{10, 100, 100};
-
-// Texts of the string values, non-ASCII among them.
-std::array<Tavo::UniString, 4> const& Texts() {
-    static std::array<Tavo::UniString, 4> const texts{
-        Tavo::UniString("alpha"), Tavo::UniString("A somewhat longer text value with spaces"),
-        Tavo::UniString("Zürich – Ærø", TavoCharCodeUTF8), Tavo::UniString("x < y & z")};
-    return texts;
-}
+using bench::gFullShape;
+using bench::Shape;
+using bench::Texts;
 
 // Each writer returns the size of the text; `text`, if given, receives the text itself.
 std::size_t WriteWithChannel(Shape shape, std::string* text = nullptr) {
-    auto const& texts = Texts();
     TavoXML::DOMBuilder channel("Bench", true);
-    channel.WriteStartDocument();
-    for (int g = 0; g < shape.groups; ++g) {
-        channel.WriteStartElement("Group");
-        channel.WriteXMLAttr("id", g);
-        for (int s = 0; s < shape.sections; ++s) {
-            channel.WriteStartElement("Section");
-            channel.WriteXMLAttr("name", texts[s % 4]);
-            for (int r = 0; r < shape.records; ++r) {
-                int const n = (g * shape.sections + s) * shape.records + r;
-                channel.WriteStartElement("Record");
-                channel.WriteXMLAttr("index", n);
-                channel.WriteXML("Count", n);
-                channel.WriteXML("Total", static_cast<long long>(n) * 1000003);
-                channel.WriteXML("Flags", static_cast<unsigned int>(n ^ 0x5A5A));
-                channel.WriteXML("Small", static_cast<short>(n % 30000));
-                channel.WriteXML("Name", texts[r % 4]);
-                channel.WriteXML("Label", texts[(r + 1) % 4]);
-                channel.WriteXML("Note", texts[(r + 2) % 4]);
-                channel.WriteXML("Code", texts[(r + 3) % 4]);
-                channel.WriteXML("Last", n - 1);
-                channel.WriteEndElement();
-            }
-            channel.WriteEndElement();
-        }
-        channel.WriteEndElement();
-    }
-    channel.WriteEndDocument();
+    bench::WriteBenchDocument(channel, shape);
     std::size_t size = 0;
     channel.Export(
         [&](char const* data, unsigned int length) {

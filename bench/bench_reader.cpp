@@ -4,6 +4,7 @@
 // hand-written walk that reads the same values from the DOM. The reverse order is also timed on a
 // document of a tenth of the size, to show that its cost grows linearly with the number of elements.
 // Ends with "ratio <case> <value>": the reader's time over the plain walk's time.
+#include "BenchDocument.hpp"
 #include "TavoXMLUtils/TavoXMLUtils.hpp"
 #include "TavoXMLUtils/builder/TavoXMLDOMBuilder.hpp"
 #include "TavoXMLUtils/reader/TavoXMLDOMReader.hpp"
@@ -24,61 +25,19 @@
 
 namespace {
 
-// Document shape: root > Group (attribute) > Section (attribute) > Record (attribute and nine values).
-// 100,000 records of ten values each make the 1,000,000.
-struct Shape {
-    int groups;
-    int sections;
-    int records;
-};
-constexpr Shape gFullShape{10, 100, 100};
+using bench::gFullShape;
+using bench::Shape;
 constexpr Shape gTenthShape{1, 100, 100};
-
-std::array<Tavo::UniString, 4> const& Texts() {
-    static std::array<Tavo::UniString, 4> const texts{
-        Tavo::UniString("alpha"), Tavo::UniString("A somewhat longer text value with spaces"),
-        Tavo::UniString("Z\xC3\xBCrich \xE2\x80\x93 \xC3\x86r\xC3\xB8", TavoCharCodeUTF8),
-        Tavo::UniString("x < y & z")};
-    return texts;
-}
 
 // The document as UTF-8, written once per shape through the output channel.
 std::string const& Document(Shape shape) {
     static std::map<int, std::string> documents;
     std::string& text = documents[shape.groups];
-    if (!text.empty()) {
-        return text;
+    if (text.empty()) {
+        TavoXML::DOMBuilder channel("Bench", true);
+        bench::WriteBenchDocument(channel, shape);
+        channel.Export([&text](char const* data, unsigned int length) { text.assign(data, length); }, true);
     }
-    auto const& texts = Texts();
-    TavoXML::DOMBuilder channel("Bench", true);
-    channel.WriteStartDocument();
-    for (int g = 0; g < shape.groups; ++g) {
-        channel.WriteStartElement("Group");
-        channel.WriteXMLAttr("id", g);
-        for (int s = 0; s < shape.sections; ++s) {
-            channel.WriteStartElement("Section");
-            channel.WriteXMLAttr("name", texts[s % 4]);
-            for (int r = 0; r < shape.records; ++r) {
-                int const n = (g * shape.sections + s) * shape.records + r;
-                channel.WriteStartElement("Record");
-                channel.WriteXMLAttr("index", n);
-                channel.WriteXML("Count", n);
-                channel.WriteXML("Total", static_cast<long long>(n) * 1000003);
-                channel.WriteXML("Flags", static_cast<unsigned int>(n ^ 0x5A5A));
-                channel.WriteXML("Small", static_cast<short>(n % 30000));
-                channel.WriteXML("Name", texts[r % 4]);
-                channel.WriteXML("Label", texts[(r + 1) % 4]);
-                channel.WriteXML("Note", texts[(r + 2) % 4]);
-                channel.WriteXML("Code", texts[(r + 3) % 4]);
-                channel.WriteXML("Last", n - 1);
-                channel.WriteEndElement();
-            }
-            channel.WriteEndElement();
-        }
-        channel.WriteEndElement();
-    }
-    channel.WriteEndDocument();
-    channel.Export([&text](char const* data, unsigned int length) { text.assign(data, length); }, true);
     return text;
 }
 

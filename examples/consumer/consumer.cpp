@@ -1,15 +1,21 @@
-// Uses the installed library through its one public header: converts a number to text and back.
+// A client of the installed library, through its one public header: writes a small document through
+// an output channel and prints its text.
 #include "TavoXMLUtils/TavoXMLUtils.hpp"
 
 #include <cstdio>
 
 int main() {
-    Tavo::UniString text = Tavo::ValueToUniString(2.5);
-    double value = 0;
-    if (!Tavo::UniStringToValue(text, value) || value != 2.5) {
-        std::puts("round trip failed");
+    Tavo::XMLOChannel* channel = TavoXML::CreateXMLOChannel("Settings", TavoXML::ReturnNullOnError);
+    if (channel == nullptr) {
+        std::puts("no channel");
         return 1;
     }
-    std::printf("%s\n", text.ToCStr().Get());
-    return 0;
+    channel->WriteStartDocument();
+    channel->WriteXML("Width", 640);
+    channel->WriteXML("Scale", 2.5);
+    channel->WriteEndDocument();
+    Tavo::UniString const text = TavoXML::ExportOChannelToUniString(channel);
+    TavoXML::DisposeXMLOChannel(channel);
+    std::fputs(text.ToCStr(0, Tavo::UniString::kAll, TavoCharCodeUTF8).Get(), stdout);
+    return text.IsEmpty() ? 1 : 0;
 }

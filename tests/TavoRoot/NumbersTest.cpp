@@ -11,10 +11,6 @@
 
 namespace {
 
-std::u16string Text(std::string const& ascii) {
-    return std::u16string(ascii.begin(), ascii.end());
-}
-
 template <class T>
 std::u16string Write(T value) {
     unsigned short buffer[64];
@@ -27,16 +23,28 @@ bool Read(std::u16string const& text, T& value) {
     return Tavo::strtovalue(reinterpret_cast<unsigned short const*>(text.c_str()), value);
 }
 
-// Writes the integer, compares with std::to_string and reads it back.
-template <class T>
+// Writes each type's limits and -1, compares with std::to_string and reads them back.
+template <class... Ts>
 void RoundTripIntegerLimits() {
-    for (T value : {std::numeric_limits<T>::min(), std::numeric_limits<T>::max(), T(0), T(1), T(T(0) - 1)}) {
-        std::u16string const text = Write(value);
-        EXPECT_EQ(text, Text(std::to_string(value)));
-        T back = T(7);
-        EXPECT_TRUE(Read(text, back)) << std::to_string(value);
-        EXPECT_EQ(back, value);
-    }
+    (
+        [] {
+            for (Ts value : {std::numeric_limits<Ts>::min(), std::numeric_limits<Ts>::max(), Ts(0), Ts(1),
+                             Ts(Ts(0) - 1)}) {
+                std::u16string const text = Write(value);
+                EXPECT_EQ(std::string(text.begin(), text.end()), std::to_string(value));
+                Ts back = Ts(7);
+                EXPECT_TRUE(Read(text, back)) << std::to_string(value);
+                EXPECT_EQ(back, value);
+            }
+        }(),
+        ...);
+}
+
+template <class T>
+void ExpectRead(std::u16string const& text, T expected) {
+    T value = T(0);
+    EXPECT_TRUE(Read(text, value)) << std::string(text.begin(), text.end());
+    EXPECT_EQ(value, expected);
 }
 
 template <class T>
@@ -57,24 +65,11 @@ void ExpectRejected(std::u16string const& text) {
 } // namespace
 
 TEST(Numbers, IntegersRoundTripAtTheLimitsOfEveryType) {
-    RoundTripIntegerLimits<short>();
-    RoundTripIntegerLimits<unsigned short>();
-    RoundTripIntegerLimits<int>();
-    RoundTripIntegerLimits<unsigned int>();
-    RoundTripIntegerLimits<long>();
-    RoundTripIntegerLimits<unsigned long>();
-    RoundTripIntegerLimits<long long>();
-    RoundTripIntegerLimits<unsigned long long>();
-
-    signed char sc = 0;
-    EXPECT_TRUE(Read(u"-128", sc));
-    EXPECT_EQ(sc, -128);
-    unsigned char uc = 0;
-    EXPECT_TRUE(Read(u"255", uc));
-    EXPECT_EQ(uc, 255);
-    char c = 0;
-    EXPECT_TRUE(Read(u"127", c));
-    EXPECT_EQ(c, 127);
+    RoundTripIntegerLimits<short, unsigned short, int, unsigned int, long, unsigned long, long long,
+                           unsigned long long>();
+    ExpectRead<signed char>(u"-128", -128);
+    ExpectRead<unsigned char>(u"255", 255);
+    ExpectRead<char>(u"127", 127);
 }
 
 TEST(Numbers, RealsRoundTripExactlyWithTheShortestText) {
@@ -107,8 +102,6 @@ TEST(Numbers, RealsRoundTripExactlyWithTheShortestText) {
     EXPECT_EQ(Write(-std::numeric_limits<float>::infinity()), u"-inf");
     EXPECT_EQ(Write(-std::numeric_limits<double>::quiet_NaN()), u"nan");
     double special = 0;
-    EXPECT_TRUE(Read(u"-inf", special));
-    EXPECT_EQ(special, -std::numeric_limits<double>::infinity());
     EXPECT_TRUE(Read(u"nan", special));
     EXPECT_TRUE(std::isnan(special));
 }
@@ -124,20 +117,13 @@ TEST(Numbers, BufferTooSmall) {
 }
 
 TEST(Numbers, AcceptedForms) {
-    int i = 0;
-    EXPECT_TRUE(Read(u" \t42\r\n", i));
-    EXPECT_EQ(i, 42);
-    EXPECT_TRUE(Read(u"+5", i));
-    EXPECT_EQ(i, 5);
-    EXPECT_TRUE(Read(u"\u00A0-7\u3000", i));
-    EXPECT_EQ(i, -7);
-    double d = 0;
-    EXPECT_TRUE(Read(u" 1.5e3 ", d));
-    EXPECT_EQ(d, 1500.0);
-    EXPECT_TRUE(Read(u"-.25", d));
-    EXPECT_EQ(d, -0.25);
-    EXPECT_TRUE(Read(u"+inf", d));
-    EXPECT_TRUE(std::isinf(d));
+    ExpectRead(u" \t42\r\n", 42);
+    ExpectRead(u"+5", 5);
+    ExpectRead(u"\u00A0-7\u3000", -7);
+    ExpectRead(u" 1.5e3 ", 1500.0);
+    ExpectRead(u"-.25", -0.25);
+    ExpectRead(u"+inf", std::numeric_limits<double>::infinity());
+    ExpectRead(u"-inf", -std::numeric_limits<double>::infinity());
     float f = 0;
     EXPECT_TRUE(Tavo::UniStringToValue(Tavo::UniString("  3.25E-2"), f));
     EXPECT_EQ(f, 0.0325f);

@@ -19,42 +19,65 @@ using Tavo::String;
 using Tavo::UniString;
 using ::testing::ElementsAre;
 
-// Replays the events of another state's Enumerate as the events of a Content: fields get a FieldFound
-// unless they are list elements.
+// Replays another state's Enumerate as the events of a Content (fields get a FieldFound unless they are
+// list elements) and records each Enumerate event as one line of text.
 class ReplayContent : public ObjectState::Content {
 public:
     explicit ReplayContent(ObjectState const& source) : source(source) {}
+    mutable std::vector<std::string> events;
 
     void Enumerate(ObjectState::ContentProcessor& processor) const override {
-        Replayer replayer(processor);
+        Replayer replayer(processor, events);
         processor.ObjectEntered();
         source.Enumerate(replayer);
         processor.ObjectExited();
     }
 
 private:
+    // ObjectFound and ListFound keep their default bodies.
     class Replayer : public ObjectState::Processor {
     public:
-        explicit Replayer(ObjectState::ContentProcessor& out) : out(out) {}
-        void BoolFound(String const& n, bool v) override { Named(n).BoolFound(v); }
-        void IntFound(String const& n, long long v) override { Named(n).IntFound(v); }
-        void UIntFound(String const& n, unsigned long long v) override { Named(n).UIntFound(v); }
-        void RealFound(String const& n, double v) override { Named(n).RealFound(v); }
-        void StringFound(String const& n, UniString const& v) override { Named(n).StringFound(v); }
-        void ObjectEntered(String const& n) override { Named(n).ObjectEntered(), inList.push_back(false); }
-        void ObjectExited(String const&) override { out.ObjectExited(), inList.pop_back(); }
-        void ListEntered(String const& n) override { Named(n).ListEntered(), inList.push_back(true); }
-        void ListExited(String const&) override { out.ListExited(), inList.pop_back(); }
+        Replayer(ObjectState::ContentProcessor& out, std::vector<std::string>& events)
+            : out(out), events(events) {}
+        void BoolFound(String const& n, bool v) override {
+            Field("Bool", n, v ? "true" : "false").BoolFound(v);
+        }
+        void IntFound(String const& n, long long v) override {
+            Field("Int", n, std::to_string(v)).IntFound(v);
+        }
+        void UIntFound(String const& n, unsigned long long v) override {
+            Field("UInt", n, std::to_string(v)).UIntFound(v);
+        }
+        void RealFound(String const& n, double v) override {
+            Field("Real", n, std::to_string(v)).RealFound(v);
+        }
+        void StringFound(String const& n, UniString const& v) override {
+            Field("String", n, v.ToCStr().Get()).StringFound(v);
+        }
+        void ObjectEntered(String const& n) override {
+            Field("ObjectEntered", n).ObjectEntered(), inList.push_back(false);
+        }
+        void ObjectExited(String const& n) override {
+            Record("ObjectExited", n).ObjectExited(), inList.pop_back();
+        }
+        void ListEntered(String const& n) override {
+            Field("ListEntered", n).ListEntered(), inList.push_back(true);
+        }
+        void ListExited(String const& n) override { Record("ListExited", n).ListExited(), inList.pop_back(); }
 
     private:
-        // Sends the field's name unless the value is a list element.
-        ObjectState::ContentProcessor& Named(String const& name) {
+        ObjectState::ContentProcessor& Record(std::string what, String const& name, std::string value = "") {
+            events.push_back(what + " '" + name.Str() + "'" + (value.empty() ? "" : " " + value));
+            return out;
+        }
+        ObjectState::ContentProcessor& Field(std::string what, String const& name, std::string value = "") {
             if (inList.empty() || !inList.back()) {
                 out.FieldFound(name);
             }
-            return out;
+            return Record(std::move(what), name, std::move(value));
         }
         ObjectState::ContentProcessor& out;
+        std::vector<std::string>& events;
         std::vector<bool> inList;
     };
 
@@ -80,27 +103,6 @@ public:
 
 private:
     std::string script;
-};
-
-// Writes every event as one line of text; ObjectFound and ListFound keep their default bodies.
-class RecordingProcessor : public ObjectState::Processor {
-public:
-    std::vector<std::string> events;
-
-    void BoolFound(String const& n, bool v) override { Add("Bool", n, v ? "true" : "false"); }
-    void IntFound(String const& n, long long v) override { Add("Int", n, std::to_string(v)); }
-    void UIntFound(String const& n, unsigned long long v) override { Add("UInt", n, std::to_string(v)); }
-    void RealFound(String const& n, double v) override { Add("Real", n, std::to_string(v)); }
-    void StringFound(String const& n, UniString const& v) override { Add("String", n, v.ToCStr().Get()); }
-    void ObjectEntered(String const& n) override { Add("ObjectEntered", n); }
-    void ObjectExited(String const& n) override { Add("ObjectExited", n); }
-    void ListEntered(String const& n) override { Add("ListEntered", n); }
-    void ListExited(String const& n) override { Add("ListExited", n); }
-
-private:
-    void Add(std::string what, String const& name, std::string value = "") {
-        events.push_back(what + " '" + name.Str() + "'" + (value.empty() ? "" : " " + value));
-    }
 };
 
 // Fields of every kind, nested objects and lists at several depths, empty containers included.
@@ -140,7 +142,6 @@ TEST(ObjectStateTest, AddFindAndIterate) {
     EXPECT_EQ(state.Find("n")->GetInt(), 0);
     EXPECT_EQ(state.Find("missing"), nullptr);
     EXPECT_THROW(state.Find("n")->GetUInt(), std::bad_variant_access);
-    EXPECT_EQ(state.begin()->name, "o");
     EXPECT_EQ((state.begin() + 1)->name, "l");
     EXPECT_EQ(std::prev(state.end())->value.GetInt(), 99);
 }
@@ -174,25 +175,25 @@ TEST(ObjectStateTest, EqualityAndCopies) {
     EXPECT_TRUE(equal(nan, nan));
 }
 
-TEST(ObjectStateTest, DefaultProcessorEventOrder) {
-    ObjectState state;
-    state.AddInt("i", -1);
-    state.AddObject("o").AddBool("b", true).AddObject("e");
-    ObjectState::List& list = state.AddList("l");
+TEST(ObjectStateTest, EnumerateEventsRebuildTheState) {
+    ObjectState small;
+    small.AddInt("i", -1);
+    small.AddObject("o").AddBool("b", true).AddObject("e");
+    ObjectState::List& list = small.AddList("l");
     list.PushUInt(2).PushList().PushString("s");
     list.PushObject().AddReal("r", 0.5);
-    state.AddList("empty");
-    RecordingProcessor recorder;
-    state.Enumerate(recorder);
-    EXPECT_THAT(recorder.events,
+    small.AddList("empty");
+    ReplayContent const replay(small);
+    ObjectState rebuilt;
+    EXPECT_EQ(rebuilt.Build(replay), Tavo::NoError);
+    EXPECT_EQ(rebuilt, small);
+    EXPECT_THAT(replay.events,
                 ElementsAre("Int 'i' -1", "ObjectEntered 'o'", "Bool 'b' true", "ObjectEntered 'e'",
                             "ObjectExited 'e'", "ObjectExited 'o'", "ListEntered 'l'", "UInt '' 2",
                             "ListEntered ''", "String '' s", "ListExited ''", "ObjectEntered ''",
                             "Real 'r' 0.500000", "ObjectExited ''", "ListExited 'l'", "ListEntered 'empty'",
                             "ListExited 'empty'"));
-}
 
-TEST(ObjectStateTest, BuildReproducesEnumeratedStates) {
     std::vector<ObjectState> samples;
     samples.push_back(MakeRichState());
     samples.emplace_back(); // empty state
@@ -211,34 +212,15 @@ TEST(ObjectStateTest, BuildReproducesEnumeratedStates) {
     EXPECT_EQ(self, MakeRichState());
 }
 
-TEST(ObjectStateTest, BuildRefusesMalformedStreams) {
-    char const* const malformed[] = {
-        "",        // no events
-        "{a#",     // root never closed
-        "[]",      // a list as root
-        "a{}",     // a name before the root
-        "#{}",     // a value before the root
-        "{#}",     // a value without a name
-        "{{}}",    // an object without a name
-        "{l[x#]}", // a name inside a list
-        "{ab#}",   // two names for one value
-        "{a}",     // a name without a value
-        "{o{a}}",  // the same in a nested object
-        "{l[}}",   // a list closed as an object
-        "{o{]}",   // an object closed as a list
-        "{]",      // the root closed as a list
-        "}",       // an exit without an entry
-        "{}}",     // a second exit of the root
-        "{}{}",    // a second root
-        "{}a$",    // a field after the root was closed
-    };
-    for (char const* script : malformed) {
+TEST(ObjectStateTest, BuildRefusesMalformedStreamsAndPassesExceptions) {
+    // No events, an unclosed or list root, names or values before the root, values without a name or with
+    // two, names in a list, mismatched exits, a second root, fields after the root.
+    for (char const* script : {"", "{a#", "[]", "a{}", "#{}", "{#}", "{{}}", "{l[x#]}", "{ab#}", "{a}",
+                               "{o{a}}", "{l[}}", "{o{]}", "{]", "}", "{}}", "{}{}", "{}a$"}) {
         ObjectState state = MakeRichState();
         EXPECT_NE(state.Build(ScriptContent(script)), Tavo::NoError) << script;
         EXPECT_TRUE(state.IsEmpty()) << script;
     }
-
-    // A well-formed script for contrast.
     ObjectState built;
     ASSERT_EQ(built.Build(ScriptContent("{l[#{u$}[]]e{}}")), Tavo::NoError);
     ObjectState expected;
@@ -247,18 +229,15 @@ TEST(ObjectStateTest, BuildRefusesMalformedStreams) {
     list.PushList();
     expected.AddObject("e");
     EXPECT_EQ(built, expected);
-}
 
-TEST(ObjectStateTest, BuildPassesExceptionsAndEmptiesState) {
     struct ThrowingContent : ObjectState::Content {
         void Enumerate(ObjectState::ContentProcessor& p) const override {
             p.ObjectEntered(), p.FieldFound("a"), p.IntFound(1);
             throw std::runtime_error("broken source");
         }
     };
-    ObjectState state = MakeRichState();
-    EXPECT_THROW(state.Build(ThrowingContent()), std::runtime_error);
-    EXPECT_TRUE(state.IsEmpty());
+    EXPECT_THROW(built.Build(ThrowingContent()), std::runtime_error);
+    EXPECT_TRUE(built.IsEmpty());
 }
 
 } // namespace

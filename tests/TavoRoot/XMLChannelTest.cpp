@@ -8,6 +8,7 @@
 #include <climits>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 using namespace testing;
 
@@ -65,21 +66,10 @@ TEST(XMLOChannelTest, TextNodeWritersEndInTheStringFunnel) {
         }
     }
     // Every char type is a small number, not a character.
-    EXPECT_EQ(NoError, channel.WriteXMLTextNode('A'));
-    EXPECT_EQ(NoError, channel.WriteXMLTextNode(char(-1)));
-    EXPECT_EQ(NoError, channel.WriteXMLTextNode(static_cast<signed char>(-128)));
-    EXPECT_EQ(NoError, channel.WriteXMLTextNode(static_cast<unsigned char>(255)));
-    EXPECT_EQ(NoError, channel.WriteXMLTextNode(true));
-    EXPECT_EQ(NoError, channel.WriteXMLTextNode(static_cast<short>(SHRT_MIN)));
-    EXPECT_EQ(NoError, channel.WriteXMLTextNode(static_cast<unsigned short>(USHRT_MAX)));
-    EXPECT_EQ(NoError, channel.WriteXMLTextNode(INT_MIN));
-    EXPECT_EQ(NoError, channel.WriteXMLTextNode(UINT_MAX));
-    EXPECT_EQ(NoError, channel.WriteXMLTextNode(LONG_MIN));
-    EXPECT_EQ(NoError, channel.WriteXMLTextNode(ULONG_MAX));
-    EXPECT_EQ(NoError, channel.WriteXMLTextNode(LLONG_MIN));
-    EXPECT_EQ(NoError, channel.WriteXMLTextNode(ULLONG_MAX));
-    EXPECT_EQ(NoError, channel.WriteXMLTextNode(1.5f));
-    EXPECT_EQ(NoError, channel.WriteXMLTextNode(-2.25));
+    auto write = [&channel](auto... values) { return (0 + ... + channel.WriteXMLTextNode(values)); };
+    EXPECT_EQ(NoError, write('A', char(-1), static_cast<signed char>(-128), static_cast<unsigned char>(255),
+                             true, static_cast<short>(SHRT_MIN), static_cast<unsigned short>(USHRT_MAX),
+                             INT_MIN, UINT_MAX, LONG_MIN, ULONG_MAX, LLONG_MIN, ULLONG_MAX, 1.5f, -2.25));
     // The empty text with length 0 must still reach the funnel.
     EXPECT_EQ(NoError, channel.WriteXMLTextNode("", 0));
     EXPECT_EQ(NoError, channel.WriteXMLTextNode("abcdef", 3));
@@ -117,36 +107,29 @@ void AnswerCDATA(MockXMLIChannel& channel, char const* text, int status = NoErro
         .RetiresOnSaturation();
 }
 
-TEST(XMLIChannelTest, HexIntoABufferUndoesTheHexWriter) {
+TEST(XMLIChannelTest, HexReadersUndoTheHexWriterAndRefuseBadText) {
+    std::string bytes;
+    for (int i = 0; i < 256; ++i) {
+        bytes += static_cast<char>(i);
+    }
+    StrictMock<MockXMLOChannel> writer;
+    UniString hex;
+    EXPECT_CALL(writer, WriteXMLCDATAString(Matcher<UniString const&>(_)))
+        .WillOnce(DoAll(SaveArg<0>(&hex), Return(NoError)));
+    ASSERT_EQ(NoError, writer.WriteXMLCDATABinToHex(bytes.data(), 256));
     StrictMock<MockXMLIChannel> channel;
-    std::string buffer = "abcd";
-    AnswerCDATA(channel, "00ff7A");
-    EXPECT_EQ(NoError, channel.ReadXMLCDATAHexToBin(buffer.data(), 4));
-    EXPECT_EQ(std::string("\x00\xFF\x7A"
-                          "d",
-                          4),
-              buffer);
-
-    // Odd length, a bad digit, a buffer too small, or a failed read leave the buffer untouched.
-    buffer = "wxyz";
-    AnswerCDATA(channel, "ABC");
-    EXPECT_EQ(GeneralError, channel.ReadXMLCDATAHexToBin(buffer.data(), 4));
-    AnswerCDATA(channel, "0G");
-    EXPECT_EQ(GeneralError, channel.ReadXMLCDATAHexToBin(buffer.data(), 4));
-    AnswerCDATA(channel, "0011");
-    EXPECT_EQ(GeneralError, channel.ReadXMLCDATAHexToBin(buffer.data(), 1));
-    AnswerCDATA(channel, "00", 77);
-    EXPECT_EQ(77, channel.ReadXMLCDATAHexToBin(buffer.data(), 4));
-    EXPECT_EQ("wxyz", buffer);
-}
-
-TEST(XMLIChannelTest, HexIntoAHandleResizesIt) {
-    StrictMock<MockXMLIChannel> channel;
+    std::string buffer(257, 'z');
+    AnswerCDATA(channel, hex.ToCStr());
+    EXPECT_EQ(NoError, channel.ReadXMLCDATAHexToBin(buffer.data(), 257));
+    EXPECT_EQ(bytes + 'z', buffer);
     char** handle = NewHandle(10);
-    AnswerCDATA(channel, "CAFE");
+    AnswerCDATA(channel, hex.ToCStr());
+    EXPECT_EQ(NoError, channel.ReadXMLCDATAHexToBin(handle));
+    ASSERT_EQ(256u, GetHandleSize(handle));
+    EXPECT_EQ(bytes, std::string(*handle, 256));
+    AnswerCDATA(channel, "cafe"); // lower case is read too
     EXPECT_EQ(NoError, channel.ReadXMLCDATAHexToBin(handle));
     ASSERT_EQ(2u, GetHandleSize(handle));
-    EXPECT_EQ(std::string("\xCA\xFE"), std::string(*handle, 2));
     // Growing a handle keeps its bytes and zero-fills the rest.
     ASSERT_EQ(0, SetHandleSize(handle, 3));
     EXPECT_EQ(std::string("\xCA\xFE\0", 3), std::string(*handle, 3));
@@ -157,6 +140,16 @@ TEST(XMLIChannelTest, HexIntoAHandleResizesIt) {
     EXPECT_EQ(GeneralError, channel.ReadXMLCDATAHexToBin(handle));
     EXPECT_EQ(GeneralError, channel.ReadXMLCDATAHexToBin(static_cast<char**>(nullptr)));
     DisposeHandle(handle);
+
+    // Odd length, a bad digit, a buffer too small, or a failed read leave the buffer untouched.
+    buffer = "wxyz";
+    for (auto [bad, size] : {std::pair{"ABC", 4}, {"0G", 4}, {"0011", 1}}) {
+        AnswerCDATA(channel, bad);
+        EXPECT_EQ(GeneralError, channel.ReadXMLCDATAHexToBin(buffer.data(), size)) << bad;
+    }
+    AnswerCDATA(channel, "00", 77);
+    EXPECT_EQ(77, channel.ReadXMLCDATAHexToBin(buffer.data(), 4));
+    EXPECT_EQ("wxyz", buffer);
 }
 
 TEST(XMLIChannelTest, CDATAStringIntoABuffer) {
@@ -171,32 +164,6 @@ TEST(XMLIChannelTest, CDATAStringIntoABuffer) {
     AnswerCDATA(channel, "never copied", 5);
     EXPECT_EQ(5, channel.ReadXMLCDATAString(buffer, 8));
     EXPECT_EQ(GeneralError, channel.ReadXMLCDATAString(buffer, 0));
-}
-
-TEST(XMLChannelTest, HexRoundTripThroughBothReadingForms) {
-    std::string bytes;
-    for (int i = 0; i < 256; ++i) {
-        bytes += static_cast<char>(i);
-    }
-    StrictMock<MockXMLOChannel> writer;
-    UniString hex;
-    EXPECT_CALL(writer, WriteXMLCDATAString(Matcher<UniString const&>(_)))
-        .WillOnce(DoAll(SaveArg<0>(&hex), Return(NoError)));
-    ASSERT_EQ(NoError, writer.WriteXMLCDATABinToHex(bytes.data(), 256));
-    EXPECT_EQ(512u, hex.GetLength());
-
-    StrictMock<MockXMLIChannel> reader;
-    EXPECT_CALL(reader, ReadXMLCDATAString(Matcher<UniString&>(_)))
-        .Times(2)
-        .WillRepeatedly(DoAll(SetArgReferee<0>(hex), Return(NoError)));
-    std::string buffer(256, '\0');
-    EXPECT_EQ(NoError, reader.ReadXMLCDATAHexToBin(buffer.data(), 256));
-    EXPECT_EQ(bytes, buffer);
-    char** handle = NewHandle(0);
-    EXPECT_EQ(NoError, reader.ReadXMLCDATAHexToBin(handle));
-    ASSERT_EQ(256u, GetHandleSize(handle));
-    EXPECT_EQ(bytes, std::string(*handle, 256));
-    DisposeHandle(handle);
 }
 
 TEST(XMLTagTest, OpensWritesAttributesAndCloses) {

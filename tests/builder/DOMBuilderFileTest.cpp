@@ -12,6 +12,7 @@
 #include <sstream>
 #include <string>
 
+using BuilderTest::Exported;
 using BuilderTest::kDeclaration;
 using TavoXML::DOMBuilder;
 
@@ -83,23 +84,28 @@ TEST_F(FileTest, EmptyLocationWritesAScratchFileAndMemoryChannelsNothing) {
 TEST_F(FileTest, AttachedDocumentIsWrittenOnlyWhenOwned) {
     using namespace xercesc;
     Tavo::UniString url;
-    LocationOf("owned.xml").ToURL(&url);
-    auto makeDocument = [&] {
-        DOMDocument* document =
-            DOMImplementation::getImplementation()->createDocument(nullptr, u"doc", nullptr);
-        document->setDocumentURI(url.GetU16Str());
-        return document;
-    };
-    DOMDocument* foreign = makeDocument();
-    { DOMBuilder(foreign, foreign->getDocumentElement(), DOMBuilder::DoNotOwnDocument, 1).WriteXML("v", 1); }
+    LocationOf("attached.xml").ToURL(&url);
+    DOMImplementation* const implementation = DOMImplementation::getImplementation();
+    DOMDocument* foreign = implementation->createDocument();
+    foreign->setDocumentURI(url.GetU16Str());
+    {
+        // A null element on a document without root: the first element becomes the root.
+        DOMBuilder channel(foreign, nullptr, DOMBuilder::DoNotOwnDocument, 0);
+        channel.WriteStartElement("top");
+        channel.WriteStartElement("inner");
+        channel.WriteXML("v", 2);
+        channel.WriteEndElement();
+        EXPECT_EQ(Exported(channel, false), "\n<top>\n\t<inner>\n\t\t<v>2</v>\n\t</inner></top>");
+    }
     EXPECT_TRUE(std::filesystem::is_empty(folder)) << "a foreign document is neither written nor released";
-    EXPECT_EQ(std::u16string(foreign->getDocumentElement()->getLastChild()->getNodeName()), u"v");
+    EXPECT_EQ(std::u16string(foreign->getDocumentElement()->getNodeName()), u"top");
     foreign->release();
 
-    DOMDocument* owned = makeDocument(); // released by the channel
+    DOMDocument* owned = implementation->createDocument(nullptr, u"doc", nullptr); // released by the channel
+    owned->setDocumentURI(url.GetU16Str());
     {
         DOMBuilder(owned, owned->getDocumentElement(), static_cast<DOMBuilder::OwnershipType>(1), 1)
             .WriteXML("v", 2);
     }
-    EXPECT_EQ(Read(folder / "owned.xml"), kDeclaration + std::string("<doc>\n\t<v>2</v></doc>"));
+    EXPECT_EQ(Read(folder / "attached.xml"), kDeclaration + std::string("<doc>\n\t<v>2</v></doc>"));
 }

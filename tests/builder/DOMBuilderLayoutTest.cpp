@@ -49,7 +49,6 @@ TEST(DOMBuilderLayout, EmptyRootAndAutomaticTabsOff) {
     DOMBuilder empty("root", true);
     empty.WriteEndDocument();
     EXPECT_EQ(Exported(empty), std::string(kDeclaration) + "\n<root/>\n");
-    EXPECT_EQ(empty.GetDOMDocument()->getChildNodes()->getLength(), 3u);
 
     DOMBuilder plain("root", false);
     plain.WriteStartElement("a");
@@ -83,31 +82,14 @@ TEST(DOMBuilderLayout, DocumentWithoutTopLevelTagAndTheClosedRoot) {
     EXPECT_EQ(Exported(channel), std::string(kDeclaration) + "\n<top>\n\t<v>1</v>\n</top>\n");
 }
 
-TEST(DOMBuilderLayout, AttachedToForeignDocument) {
-    using namespace xercesc;
-    DOMDocument* document = DOMImplementation::getImplementation()->createDocument();
-    {
-        // A null element on a document without root: the first element becomes the root.
-        DOMBuilder channel(document, nullptr, DOMBuilder::DoNotOwnDocument, 0);
-        channel.WriteStartElement("top");
-        channel.WriteStartElement("inner");
-        channel.WriteXML("v", 2);
-        channel.WriteEndElement();
-        EXPECT_EQ(Exported(channel, false), "\n<top>\n\t<inner>\n\t\t<v>2</v>\n\t</inner></top>");
-    }
-    EXPECT_NE(document->getDocumentElement(), nullptr) << "the channel released nothing";
-    document->release();
-}
-
 TEST(DOMBuilderLayout, NewLineAndTabsForAnyDepth) {
     DOMBuilder channel("root", true);
-    channel.WriteNewLineAndTabs(0xFFFFFFFFu);
-    channel.WriteNewLineAndTabs(2);
-    channel.WriteNewLineAndTabs(300);
-    xercesc::DOMNode* root = channel.GetDOMDocument()->getDocumentElement();
-    ASSERT_EQ(root->getChildNodes()->getLength(), 3u);
-    EXPECT_EQ(std::u16string(root->getChildNodes()->item(0)->getNodeValue()), u"\n");
-    EXPECT_EQ(std::u16string(root->getChildNodes()->item(1)->getNodeValue()), u"\n\t\t");
-    EXPECT_EQ(std::u16string(root->getChildNodes()->item(2)->getNodeValue()),
-              u"\n" + std::u16string(300, u'\t'));
+    for (unsigned int depth : {0xFFFFFFFFu, 2u, 300u}) {
+        channel.WriteNewLineAndTabs(depth);
+    }
+    xercesc::DOMNodeList* children = channel.GetDOMDocument()->getDocumentElement()->getChildNodes();
+    ASSERT_EQ(children->getLength(), 3u);
+    EXPECT_EQ(std::u16string(children->item(0)->getNodeValue()), u"\n");
+    EXPECT_EQ(std::u16string(children->item(1)->getNodeValue()), u"\n\t\t");
+    EXPECT_EQ(std::u16string(children->item(2)->getNodeValue()), u"\n" + std::u16string(300, u'\t'));
 }

@@ -3,23 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <type_traits>
 
 using namespace TavoXML;
 
-namespace {
+static_assert(std::is_base_of_v<XMLIOChannelException, XMLOChannelException> &&
+              std::is_base_of_v<XMLIOChannelException, XMLIChannelException> &&
+              !std::is_base_of_v<XMLIChannelException, XMLOChannelException>);
 
-template <class T>
-constexpr char const* kName = nullptr;
-template <>
-constexpr char const* kName<DOMBuilderException> = "DOMBuilderException";
-template <>
-constexpr char const* kName<DOMReaderException> = "DOMReaderException";
-template <>
-constexpr char const* kName<XMLIOChannelException> = "XMLIOChannelException";
-template <>
-constexpr char const* kName<XMLOChannelException> = "XMLOChannelException";
-template <>
-constexpr char const* kName<XMLIChannelException> = "XMLIChannelException";
+namespace {
 
 template <class T>
 class ExceptionFamily : public ::testing::Test {};
@@ -42,7 +34,15 @@ void ExpectData(Tavo::TavoException const& e, unsigned int line, int code, bool 
 
 } // namespace
 
-TYPED_TEST(ExceptionFamily, ConstructorsNameCloneAndBases) {
+TEST(ExceptionFamily, Names) {
+    EXPECT_STREQ(DOMBuilderException("t", "F", 1, -36).GetName(), "DOMBuilderException");
+    EXPECT_STREQ(DOMReaderException("t", "F", 1, -36).GetName(), "DOMReaderException");
+    EXPECT_STREQ(XMLIOChannelException("t", "F", 1, -36).GetName(), "XMLIOChannelException");
+    EXPECT_STREQ(XMLOChannelException("t", "F", 1, -36).GetName(), "XMLOChannelException");
+    EXPECT_STREQ(XMLIChannelException("t", "F", 1, -36).GetName(), "XMLIChannelException");
+}
+
+TYPED_TEST(ExceptionFamily, ConstructorsCloneAndVirtualName) {
     Tavo::RunTimeErrorException const cause("cause", "Cause", 7, -1);
     ExpectData(TypeParam("text", "Thrower", 10, cause, -36), 10, -36, true);
     ExpectData(TypeParam("text", "Thrower", 11, -36), 11, -36, false);
@@ -50,22 +50,12 @@ TYPED_TEST(ExceptionFamily, ConstructorsNameCloneAndBases) {
     ExpectData(TypeParam(Tavo::UniString("text"), "Thrower", 13, -36), 13, -36, false);
 
     TypeParam const original(Tavo::UniString("text"), "Thrower", 14, cause, 5);
-    EXPECT_STREQ(original.GetName(), kName<TypeParam>);
     std::unique_ptr<Tavo::TavoException> const clone(original.Clone());
     ASSERT_NE(dynamic_cast<TypeParam*>(clone.get()), nullptr);
     ExpectData(*clone, 14, 5, true);
-
     try {
         throw TypeParam("text", "Thrower", 20, -36);
     } catch (Tavo::RunTimeErrorException const& caught) {
-        EXPECT_STREQ(caught.GetName(), kName<TypeParam>);
+        EXPECT_STREQ(caught.GetName(), original.GetName());
     }
-}
-
-TEST(ExceptionFamily, ChannelExceptionsShareTheIOBase) {
-    EXPECT_THROW(throw XMLOChannelException("o", "F", 1, -36), XMLIOChannelException);
-    EXPECT_THROW(throw XMLIChannelException("i", "F", 1, -36), XMLIOChannelException);
-    XMLOChannelException const output("o", "F", 1, -36);
-    XMLIOChannelException const& base = output;
-    EXPECT_EQ(dynamic_cast<XMLIChannelException const*>(&base), nullptr);
 }

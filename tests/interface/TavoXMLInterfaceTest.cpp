@@ -45,38 +45,22 @@ TEST(OutputFactories, InMemoryChannelsExportTheirDocument) {
     DisposeXMLOChannel(channel);
     EXPECT_EQ(channel, nullptr);
 
-    channel = CreateXMLOChannel(Tavo::XMLNoTopLevelTag, ThrowOnError);
-    channel->WriteStartElement("top");
-    channel->WriteEndElement();
-    EXPECT_EQ(ExportOChannelToUniString(channel), Tavo::UniString((kDeclaration + "\n<top/>").c_str()));
-    DisposeXMLOChannel(channel);
-
     DisposeXMLOChannel(channel); // null: nothing happens
-    EXPECT_EQ(channel, nullptr);
     EXPECT_TRUE(ExportOChannelToUniString(nullptr).IsEmpty());
     ExportOChannel(nullptr, [](char const*, unsigned int) { FAIL() << "the sink must not be called"; });
 }
 
 TEST(OutputFactories, FileChannelsWriteWhenDisposed) {
-    std::filesystem::path const folder = std::filesystem::temp_directory_path() / "outputFactoriesTest";
-    std::filesystem::create_directories(folder);
-    Tavo::XMLOChannel* tagged =
-        CreateXMLOChannel(Vesk::Location((folder / "a.xml").c_str()), "root", ThrowOnError);
-    Tavo::XMLOChannel* untagged = CreateXMLOChannel(Vesk::Location((folder / "b.xml").c_str()),
-                                                    Tavo::XMLNoTopLevelTag, ReturnNullOnError);
-    untagged->WriteStartElement("top");
-    EXPECT_FALSE(std::filesystem::exists(folder / "a.xml"));
-    DisposeXMLOChannel(tagged);
-    DisposeXMLOChannel(untagged);
-
-    auto read = [&](char const* name) {
-        std::ostringstream text;
-        text << std::ifstream(folder / name, std::ios::binary).rdbuf();
-        return text.str();
-    };
-    EXPECT_EQ(read("a.xml"), kDeclaration + "\n<root/>");
-    EXPECT_EQ(read("b.xml"), kDeclaration + "\n<top/>");
-    std::filesystem::remove_all(folder);
+    std::filesystem::path const file = std::filesystem::temp_directory_path() / "outputFactoriesTest.xml";
+    Tavo::XMLOChannel* channel =
+        CreateXMLOChannel(Vesk::Location(file.c_str()), Tavo::XMLNoTopLevelTag, ThrowOnError);
+    channel->WriteStartElement("top");
+    EXPECT_FALSE(std::filesystem::exists(file));
+    DisposeXMLOChannel(channel);
+    std::ostringstream text;
+    text << std::ifstream(file, std::ios::binary).rdbuf();
+    EXPECT_EQ(text.str(), kDeclaration + "\n<top/>");
+    std::filesystem::remove(file);
 }
 
 TEST(OutputFactories, FailuresByPolicy) {

@@ -13,29 +13,6 @@
 
 using namespace ParsingTest;
 
-TEST(LocationBinInputStream, ReadsWholeFileAndStopsAtEnd) {
-    Vesk::Location const location = DataLocation("wellformed.xml");
-    auto const size = std::filesystem::file_size(DataPath("wellformed.xml"));
-    LocationBinInputStream stream(&location);
-    ASSERT_TRUE(stream.IsOpened());
-    EXPECT_EQ(stream.getContentType(), nullptr);
-
-    // Only the low 32 bits of the count are taken: 2^32 + 5 reads five bytes.
-    std::vector<XMLByte> buffer(size + 16);
-    EXPECT_EQ(stream.readBytes(buffer.data(), (XMLSize_t{1} << 32) + 5), 5u);
-    EXPECT_EQ(std::string(buffer.begin(), buffer.begin() + 5), "<?xml");
-    EXPECT_EQ(stream.curPos(), 5u);
-    EXPECT_EQ(stream.readBytes(buffer.data(), buffer.size()), size - 5);
-    EXPECT_EQ(stream.readBytes(buffer.data(), buffer.size()), 0u);
-    EXPECT_EQ(stream.curPos(), size);
-
-    Vesk::Location const empty = DataLocation("empty.xml");
-    LocationBinInputStream emptyStream(&empty);
-    ASSERT_TRUE(emptyStream.IsOpened());
-    EXPECT_EQ(emptyStream.readBytes(buffer.data(), buffer.size()), 0u);
-    EXPECT_EQ(emptyStream.curPos(), 0u);
-}
-
 TEST(LocationBinInputStream, MissingFileStaysUnopenedAndRefusesReads) {
     Vesk::Location const location = DataLocation("no-such-file.xml");
     LocationBinInputStream stream(&location);
@@ -47,26 +24,33 @@ TEST(LocationBinInputStream, MissingFileStaysUnopenedAndRefusesReads) {
     } catch (xercesc::XMLPlatformUtilsException const& exception) {
         EXPECT_EQ(static_cast<int>(exception.getCode()), 34);
     }
-
-    LocationInputSource const source(location);
-    EXPECT_EQ(source.makeStream(), nullptr);
+    EXPECT_EQ(LocationInputSource(location).makeStream(), nullptr);
 }
 
-TEST(LocationInputSource, SystemIdIsTheURLAndEveryStreamStartsAnew) {
+TEST(LocationInputSource, SystemIdIsTheURLAndEveryStreamReadsTheWholeFileAnew) {
     Vesk::Location const location = DataLocation("wellformed.xml");
     LocationInputSource const source(location);
     Tavo::UniString url;
     location.ToURL(&url);
     EXPECT_EQ(Utf8(source.getSystemId()), Utf8(url));
-    EXPECT_EQ(Utf8(source.getSystemId()).rfind("file:///", 0), 0u);
 
+    auto const size = std::filesystem::file_size(DataPath("wellformed.xml"));
     std::unique_ptr<xercesc::BinInputStream> first(source.makeStream());
     std::unique_ptr<xercesc::BinInputStream> second(source.makeStream());
     ASSERT_TRUE(first && second);
-    XMLByte buffer[5];
-    ASSERT_EQ(first->readBytes(buffer, 5), 5u);
-    ASSERT_EQ(second->readBytes(buffer, 5), 5u);
-    EXPECT_EQ(second->curPos(), 5u);
+    // Only the low 32 bits of the count are taken: 2^32 + 5 reads five bytes.
+    std::vector<XMLByte> buffer(size + 16);
+    EXPECT_EQ(first->readBytes(buffer.data(), (XMLSize_t{1} << 32) + 5), 5u);
+    EXPECT_EQ(std::string(buffer.begin(), buffer.begin() + 5), "<?xml");
+    EXPECT_EQ(second->readBytes(buffer.data(), buffer.size()), size);
+    EXPECT_EQ(first->readBytes(buffer.data(), buffer.size()), size - 5);
+    EXPECT_EQ(first->readBytes(buffer.data(), buffer.size()), 0u);
+    EXPECT_EQ(first->curPos(), size);
+
+    Vesk::Location const empty = DataLocation("empty.xml");
+    LocationBinInputStream emptyStream(&empty);
+    ASSERT_TRUE(emptyStream.IsOpened());
+    EXPECT_EQ(emptyStream.readBytes(buffer.data(), buffer.size()), 0u);
 }
 
 TEST(TavoEntityResolver, RelativeIdsAreLocalFilesAndAbsoluteOnesURLs) {
@@ -78,13 +62,11 @@ TEST(TavoEntityResolver, RelativeIdsAreLocalFilesAndAbsoluteOnesURLs) {
     Vesk::Location const expected((std::filesystem::current_path() / "sub/entity.ent").string().c_str());
     EXPECT_TRUE(local->GetLocation() == expected);
 
-    for (char16_t const* id : {u"file:///etc/hostname", u"http://example.invalid/entity.ent"}) {
-        std::unique_ptr<xercesc::InputSource> absolute(resolver.resolveEntity(nullptr, id));
-        EXPECT_NE(dynamic_cast<xercesc::URLInputSource*>(absolute.get()), nullptr) << Utf8(id);
-        EXPECT_EQ(dynamic_cast<LocationInputSource*>(absolute.get()), nullptr) << Utf8(id);
-    }
+    std::unique_ptr<xercesc::InputSource> file(resolver.resolveEntity(nullptr, u"file:///etc/hostname"));
+    EXPECT_NE(dynamic_cast<xercesc::URLInputSource*>(file.get()), nullptr);
     // Network schemes are never opened.
     std::unique_ptr<xercesc::InputSource> remote(
         resolver.resolveEntity(nullptr, u"http://127.0.0.1:9/x.ent"));
+    ASSERT_NE(dynamic_cast<xercesc::URLInputSource*>(remote.get()), nullptr);
     EXPECT_EQ(remote->makeStream(), nullptr);
 }

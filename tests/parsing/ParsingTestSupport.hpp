@@ -1,8 +1,8 @@
-// Helpers of the parsing tests: Xerces start-up, locations of the test data, owned documents and
-// readable texts.
+// Helpers of the parsing tests: owned documents, locations of the test data and readable texts.
 #pragma once
 
 #include "TavoRoot/UniString.hpp"
+#include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
 #include "Vesk/Location.hpp"
 
 #include <xercesc/dom/DOM.hpp>
@@ -34,8 +34,14 @@ inline std::string Utf8(Tavo::UniString const& text) {
     std::unique_ptr<char[]> const bytes(text.CopyUTF8());
     return bytes.get();
 }
-inline std::string Utf8(char16_t const* text) {
-    return Utf8(Tavo::UniString(text));
+
+// Parses `text` from memory under the name "memory.xml".
+inline Document ParseText(std::string const& text, xercesc::AbstractDOMParser::ValSchemes scheme,
+                          NodeLocationInfo* line = nullptr, Tavo::UniString* message = nullptr,
+                          NodeLocations* table = nullptr) {
+    return Document(ParseXMLDoc(reinterpret_cast<unsigned char const*>(text.data()),
+                                static_cast<unsigned int>(text.size()), scheme, true,
+                                Tavo::UniString("memory.xml"), table, line, message));
 }
 
 } // namespace ParsingTest

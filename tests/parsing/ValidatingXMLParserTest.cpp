@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 #include <xercesc/dom/DOMElement.hpp>
-#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/sax/HandlerBase.hpp>
 
@@ -14,13 +13,6 @@ using namespace ParsingTest;
 using Parser = xercesc::AbstractDOMParser;
 
 namespace {
-
-Document ParseText(std::string const& text, Parser::ValSchemes scheme, NodeLocationInfo* line,
-                   Tavo::UniString* message, Tavo::UniString const& name = "memory.xml") {
-    return Document(ParseXMLDoc(reinterpret_cast<unsigned char const*>(text.data()),
-                                static_cast<unsigned int>(text.size()), scheme, true, name, nullptr, line,
-                                message));
-}
 
 // An input source whose stream fails with an exception that is not the parser's own.
 class ThrowingSource : public xercesc::InputSource {
@@ -40,40 +32,49 @@ TEST(ParseXMLDoc, WellFormedFromFileAndMemory) {
     EXPECT_EQ(line.lineNumber, 99u);
     EXPECT_EQ(Utf8(message), "untouched");
 
-    // The memory name becomes the document's URI; a location gives its path.
-    Document named = ParseText(ReadFile(DataPath("wellformed.xml")), Parser::Val_Auto, nullptr, nullptr);
+    // The memory name becomes the document's URI; a location used as name becomes a file URL.
+    std::string const text = ReadFile(DataPath("wellformed.xml"));
+    Document named = ParseText(text, Parser::Val_Auto);
     ASSERT_TRUE(named);
     EXPECT_EQ(Utf8(named->getDocumentURI()), "memory.xml");
-    std::string const text = ReadFile(DataPath("wellformed.xml"));
     Document byLocation(ParseXMLDoc(reinterpret_cast<unsigned char const*>(text.data()),
                                     static_cast<unsigned int>(text.size()), Parser::Val_Auto, true,
                                     DataLocation("wellformed.xml")));
     ASSERT_TRUE(byLocation);
-    // The parser turns a path used as name into a file URL.
     EXPECT_EQ(Utf8(byLocation->getDocumentURI()), "file://" + DataPath("wellformed.xml"));
 }
 
 TEST(ParseXMLDoc, FailuresGiveLineAndParserText) {
+    struct Case {
+        char const* file;
+        Parser::ValSchemes scheme;
+        unsigned int line;
+        char const* message;
+    };
+    Case const cases[] = {
+        {"broken.xml", Parser::Val_Never, 4, "expected end of tag 'item'"},
+        {"empty.xml", Parser::Val_Auto, 1, "invalid document structure"},
+        {"dtd-invalid.xml", Parser::Val_Always, 3, "no declaration found for element 'box'"},
+    };
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.file);
+        NodeLocationInfo line;
+        Tavo::UniString message;
+        EXPECT_FALSE(ParseXMLDoc(DataLocation(c.file), c.scheme, true, nullptr, &line, &message));
+        EXPECT_EQ(line.lineNumber, c.line);
+        EXPECT_EQ(Utf8(message), c.message);
+        line.lineNumber = 0;
+        message.Clear();
+        EXPECT_FALSE(ParseText(ReadFile(DataPath(c.file)), c.scheme, &line, &message));
+        EXPECT_EQ(line.lineNumber, c.line);
+        EXPECT_EQ(Utf8(message), c.message);
+        // Without outputs a failure is only a null result.
+        EXPECT_FALSE(ParseXMLDoc(DataLocation(c.file), c.scheme, true));
+    }
+    EXPECT_TRUE(Document(ParseXMLDoc(DataLocation("dtd-invalid.xml"), Parser::Val_Never, true)));
+
     NodeLocationInfo line;
     Tavo::UniString message;
-    EXPECT_FALSE(ParseXMLDoc(DataLocation("broken.xml"), Parser::Val_Auto, true, nullptr, &line, &message));
-    EXPECT_EQ(line.lineNumber, 4u);
-    EXPECT_EQ(Utf8(message), "expected end of tag 'item'");
-
-    line.lineNumber = 0;
-    EXPECT_FALSE(ParseText(ReadFile(DataPath("broken.xml")), Parser::Val_Never, &line, &message));
-    EXPECT_EQ(line.lineNumber, 4u);
-    EXPECT_EQ(Utf8(message), "expected end of tag 'item'");
-
-    // Without outputs a failure is only a null result.
-    EXPECT_FALSE(ParseXMLDoc(DataLocation("broken.xml"), Parser::Val_Auto, true));
-    EXPECT_FALSE(ParseText("<a>", Parser::Val_Auto, nullptr, nullptr));
-
-    EXPECT_FALSE(ParseXMLDoc(DataLocation("empty.xml"), Parser::Val_Auto, true, nullptr, &line, &message));
-    EXPECT_EQ(line.lineNumber, 1u);
-    EXPECT_EQ(Utf8(message), "invalid document structure");
-
-    message.Clear();
     EXPECT_FALSE(ParseXMLDoc(DataLocation("missing.xml"), Parser::Val_Auto, true, nullptr, &line, &message));
     EXPECT_NE(Utf8(message).find("missing.xml"), std::string::npos) << Utf8(message);
 
@@ -85,16 +86,8 @@ TEST(ParseXMLDoc, FailuresGiveLineAndParserText) {
     EXPECT_EQ(Utf8(message), "Failed to parse XML document");
 }
 
-TEST(ParseXMLDoc, DtdValidationStopsAtFirstErrorAndIgnoresWarnings) {
-    NodeLocationInfo line;
-    Tavo::UniString message;
-    EXPECT_FALSE(
-        ParseXMLDoc(DataLocation("dtd-invalid.xml"), Parser::Val_Always, true, nullptr, &line, &message));
-    EXPECT_EQ(line.lineNumber, 3u);
-    EXPECT_EQ(Utf8(message), "no declaration found for element 'box'");
-    EXPECT_TRUE(Document(ParseXMLDoc(DataLocation("dtd-invalid.xml"), Parser::Val_Never, true)));
+TEST(ParseXMLDoc, DtdValidationIgnoresWarnings) {
     EXPECT_TRUE(Document(ParseXMLDoc(DataLocation("dtd-valid.xml"), Parser::Val_Always, true)));
-
     // The document does raise warnings in a plain parser; the front-end drops them.
     struct WarningCounter : xercesc::HandlerBase {
         int warnings = 0;
@@ -105,30 +98,33 @@ TEST(ParseXMLDoc, DtdValidationStopsAtFirstErrorAndIgnoresWarnings) {
     plain.setErrorHandler(&counter);
     plain.parse(DataPath("dtd-warnings.xml").c_str());
     ASSERT_GT(counter.warnings, 0);
-    EXPECT_TRUE(Document(
-        ParseXMLDoc(DataLocation("dtd-warnings.xml"), Parser::Val_Always, true, nullptr, &line, &message)));
+    EXPECT_TRUE(Document(ParseXMLDoc(DataLocation("dtd-warnings.xml"), Parser::Val_Always, true)));
 }
 
 TEST(ValidatingXMLParser, LoadedSchemaValidatesEveryLaterParseWithNamespaces) {
+    ValidatingXMLParser parser;
+    std::string const undeclared = "<p:a/>";
+    auto parsePrefixed = [&] {
+        return Document(parser.Parse(reinterpret_cast<unsigned char const*>(undeclared.data()), 6,
+                                     Parser::Val_Never, true, Tavo::UniString("m")));
+    };
     // Without a schema namespaces are off: a prefix needs no declaration and stays in the name.
-    Document prefixed = ParseText("<p:a/>", Parser::Val_Auto, nullptr, nullptr);
+    Document prefixed = parsePrefixed();
     ASSERT_TRUE(prefixed);
     EXPECT_EQ(Utf8(prefixed->getDocumentElement()->getNodeName()), "p:a");
     EXPECT_EQ(prefixed->getDocumentElement()->getNamespaceURI(), nullptr);
 
-    ValidatingXMLParser parser;
     NodeLocationInfo line;
     Tavo::UniString message;
     EXPECT_FALSE(parser.LoadSchema(DataLocation("missing.xsd"), &line, &message));
     EXPECT_EQ(Utf8(message), "Could not open the XML Schema file.");
     EXPECT_EQ(line.lineNumber, 0u);
-    EXPECT_FALSE(parser.GetParser().getDoSchema());
-    EXPECT_EQ(parser.GetParser().getValidationScheme(), Parser::Val_Never);
-    EXPECT_FALSE(parser.GetParser().getDoNamespaces());
-
     EXPECT_FALSE(parser.LoadSchema(DataLocation("order-broken.xsd"), &line, &message));
     EXPECT_EQ(line.lineNumber, 5u);
     EXPECT_FALSE(message.IsEmpty());
+    // Failed loads switch nothing on.
+    EXPECT_FALSE(parser.GetParser().getDoSchema());
+    EXPECT_TRUE(parsePrefixed());
 
     ASSERT_TRUE(parser.LoadSchema(DataLocation("order.xsd"), &line, &message)) << Utf8(message);
     Document valid(parser.Parse(DataLocation("order-valid.xml"), Parser::Val_Never, true));
@@ -140,31 +136,24 @@ TEST(ValidatingXMLParser, LoadedSchemaValidatesEveryLaterParseWithNamespaces) {
     EXPECT_NE(Utf8(message).find("price"), std::string::npos) << Utf8(message);
     // The grammar stays for later parses; an undeclared prefix is now an error.
     EXPECT_TRUE(Document(parser.Parse(DataLocation("order-valid.xml"), Parser::Val_Never, true)));
-    std::string const undeclared = "<p:a/>";
-    EXPECT_FALSE(parser.Parse(reinterpret_cast<unsigned char const*>(undeclared.data()), 6, Parser::Val_Never,
-                              true, Tavo::UniString("m")));
+    EXPECT_FALSE(parsePrefixed());
 }
 
 TEST(ParseXMLDoc, ExternalEntitiesResolveWithoutBase) {
     // A relative system id is taken from the working directory, not from the document's folder.
-    std::string const relative =
-        std::filesystem::relative(DataPath("entity-text.ent"), std::filesystem::current_path()).string();
-    std::string const text = "<!DOCTYPE d [<!ENTITY e SYSTEM \"" + relative + "\">]><d>&e;</d>";
-    Tavo::UniString message;
-    Document fromRelative = ParseText(text, Parser::Val_Never, nullptr, &message);
-    ASSERT_TRUE(fromRelative) << Utf8(message) << " " << relative;
-    EXPECT_EQ(Utf8(fromRelative->getDocumentElement()->getTextContent()), "Entity text from a file");
-
     Tavo::UniString url;
     DataLocation("entity-text.ent").ToURL(&url);
-    Document fromURL = ParseText("<!DOCTYPE d [<!ENTITY e SYSTEM \"" + Utf8(url) + "\">]><d>&e;</d>",
-                                 Parser::Val_Never, nullptr, nullptr);
-    ASSERT_TRUE(fromURL);
-    EXPECT_EQ(Utf8(fromURL->getDocumentElement()->getTextContent()), "Entity text from a file");
-
-    NodeLocationInfo line;
+    std::string const relative =
+        std::filesystem::relative(DataPath("entity-text.ent"), std::filesystem::current_path()).string();
+    Tavo::UniString message;
+    for (std::string const& id : {relative, Utf8(url)}) {
+        Document document = ParseText("<!DOCTYPE d [<!ENTITY e SYSTEM \"" + id + "\">]><d>&e;</d>",
+                                      Parser::Val_Never, nullptr, &message);
+        ASSERT_TRUE(document) << Utf8(message) << " " << id;
+        EXPECT_EQ(Utf8(document->getDocumentElement()->getTextContent()), "Entity text from a file");
+    }
     ASSERT_NE(std::filesystem::current_path(), std::filesystem::path(DataPath("")).parent_path());
     EXPECT_FALSE(
-        ParseXMLDoc(DataLocation("entity-beside.xml"), Parser::Val_Never, true, nullptr, &line, &message));
+        ParseXMLDoc(DataLocation("entity-beside.xml"), Parser::Val_Never, true, nullptr, nullptr, &message));
     EXPECT_NE(Utf8(message).find("entity-text.ent"), std::string::npos) << Utf8(message);
 }

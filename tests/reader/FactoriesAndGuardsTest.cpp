@@ -157,7 +157,7 @@ TEST(ChannelGuards, InputGuardHarvestsMessages) {
     EXPECT_EQ(locationCalls, 1);
 }
 
-TEST(ChannelGuards, NullAndDisposedChannels) {
+TEST(ChannelGuards, NullDisposedAndOutputChannels) {
     Tavo::Array<Tavo::UniString> harvested;
     {
         TavoXML::XMLIChannelGuard nullAddress(nullptr, &harvested);
@@ -184,18 +184,15 @@ TEST(ChannelGuards, NullAndDisposedChannels) {
     input->AddMessage(Tavo::UniString("dropped"));
     { TavoXML::XMLIChannelGuard guard(&input); }
     EXPECT_EQ(input, nullptr);
-}
 
-TEST(ChannelGuards, OutputGuardHarvestsMessages) {
-    Tavo::Array<Tavo::UniString> harvested;
-    Tavo::XMLOChannel* output = TavoXML::CreateXMLOChannel("r", TavoXML::ThrowOnError);
+    // An output channel has no location: the log text of the empty location, and line 1 for every message.
+    output = TavoXML::CreateXMLOChannel("r", TavoXML::ThrowOnError);
     {
         TavoXML::XMLOChannelGuard guard(&output, &harvested);
         output->AddMessage(Tavo::UniString("one"));
         output->AddMessage(Tavo::UniString("two"));
     }
     EXPECT_EQ(output, nullptr);
-    // A channel without location: the log text of the empty location, and line 1 for every message.
     std::string const logText = Utf8(Vesk::Location().ToLogText());
     ASSERT_EQ(harvested.GetSize(), 2u);
     EXPECT_EQ(Utf8(harvested[0]), logText + " (1):  one\n");

@@ -56,10 +56,7 @@ inline std::vector<Message> Messages(Tavo::XMLIChannel& channel) {
 
 // The cursor as "S:name" or "E:name" ("N" for no token); the error status is left as it was found.
 inline std::string Token(TavoXML::DOMReader& reader) {
-    if (reader.GetActualNode() == nullptr) {
-        return "N";
-    }
-    if (reader.GetErrorStatus() != 0) {
+    if (reader.GetActualNode() == nullptr || reader.GetErrorStatus() != 0) {
         return "N";
     }
     Tavo::UniString name;
@@ -68,6 +65,14 @@ inline std::string Token(TavoXML::DOMReader& reader) {
                        : type == Tavo::XMLEndToken ? "E:"
                                                    : "?:") +
            Utf8(name);
+}
+
+// The status of an operation and the cursor after it: "ok S:b", "fail E:a", or the status as a number.
+inline std::string After(int status, TavoXML::DOMReader& reader) {
+    std::string const result = status == Tavo::NoError        ? "ok"
+                               : status == Tavo::GeneralError ? "fail"
+                                                              : std::to_string(status);
+    return result + " " + Token(reader);
 }
 
 } // namespace ReaderTest
