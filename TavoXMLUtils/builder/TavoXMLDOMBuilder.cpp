@@ -2,7 +2,7 @@
 // destruction. The value writers are in TavoXMLDOMBuilderValues.cpp.
 #include "TavoXMLUtils/builder/TavoXMLDOMBuilder.hpp"
 
-#include "TavoXMLUtils/builder/NameText.hpp"
+#include "TavoXMLUtils/support/NameText.hpp"
 #include "TavoXMLUtils/interface/TavoXMLExceptions.hpp"
 #include "TavoXMLUtils/support/XMLChText.hpp"
 #include "Vesk/File.hpp"

@@ -12,7 +12,7 @@
 #include "TavoXMLUtils/builder/TavoXMLDOMBuilder.hpp"
 
 #include "TavoRoot/Numbers.hpp"
-#include "TavoXMLUtils/builder/NameText.hpp"
+#include "TavoXMLUtils/support/NameText.hpp"
 #include "TavoXMLUtils/support/XMLChText.hpp"
 
 #include <xercesc/dom/DOMCDATASection.hpp>

@@ -2,7 +2,7 @@
 // are in TavoXMLDOMReaderValues.cpp.
 #include "TavoXMLUtils/reader/TavoXMLDOMReader.hpp"
 
-#include "TavoXMLUtils/builder/NameText.hpp"
+#include "TavoXMLUtils/support/NameText.hpp"
 #include "TavoXMLUtils/interface/TavoXMLExceptions.hpp"
 #include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
 #include "TavoXMLUtils/support/XMLChText.hpp"
