@@ -3,6 +3,7 @@
 // text nodes included, with plain Xerces-C++ DOM calls and serialises it with DOMLSSerializer.
 // Ends with "ratio <case> <value>": the channel's time over the plain DOM's time.
 #include "BenchDocument.hpp"
+#include "BenchReporter.hpp"
 #include "TavoXMLUtils/TavoXMLUtils.hpp"
 #include "TavoXMLUtils/support/XMLChText.hpp"
 
@@ -181,33 +182,6 @@ void BM_PlainDOM_WriteExport(benchmark::State& state) {
     }
 }
 
-// Keeps the smallest CPU time per iteration of each benchmark: the run least disturbed by the rest of
-// the machine.
-class MinimumReporter : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(std::vector<Run> const& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (Run const& run : runs) {
-            if (run.run_type != Run::RT_Iteration || run.iterations == 0) {
-                continue;
-            }
-            double const perIteration = run.cpu_accumulated_time / static_cast<double>(run.iterations);
-            std::string const name = run.run_name.function_name;
-            auto const found = best.find(name);
-            if (found == best.end() || perIteration < found->second) {
-                best[name] = perIteration;
-            }
-        }
-    }
-    double Best(std::string const& name) const {
-        auto const found = best.find(name);
-        return found == best.end() ? 0.0 : found->second;
-    }
-
-private:
-    std::map<std::string, double> best;
-};
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -231,7 +205,7 @@ int main(int argc, char** argv) {
             ->Unit(benchmark::kMillisecond)
             ->Iterations(1);
     }
-    MinimumReporter reporter;
+    bench::BestTimeReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     double const channel = reporter.Best("BM_Channel_WriteExport");
     double const plain = reporter.Best("BM_PlainDOM_WriteExport");

@@ -1,6 +1,7 @@
 // Parsing a generated document of about 20 MB: ParseXMLDoc from a location, with and without a line
 // table, against a plain XercesDOMParser on a LocalFileInputSource with the same settings. The last
 // lines give "ratio <case> <value>", the best processor time of this library over the best raw one.
+#include "BenchReporter.hpp"
 #include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
 
 #include <benchmark/benchmark.h>
@@ -92,27 +93,6 @@ BENCHMARK(RawXerces)->Unit(benchmark::kMillisecond)->Repetitions(7);
 BENCHMARK(Library)->Unit(benchmark::kMillisecond)->Repetitions(7);
 BENCHMARK(LibraryWithLines)->Unit(benchmark::kMillisecond)->Repetitions(7);
 
-// Keeps the best processor time of every benchmark: on a loaded machine the wall clock mostly measures
-// the other processes, and the minimum is the run least disturbed.
-class BestTimeReporter : public benchmark::ConsoleReporter {
-public:
-    // Without colours, so that the ratio lines after the table start clean.
-    BestTimeReporter() : benchmark::ConsoleReporter(OO_None) {}
-    void ReportRuns(std::vector<Run> const& runs) override {
-        for (Run const& run : runs) {
-            if (run.run_type == Run::RT_Iteration && !run.error_occurred) {
-                auto [slot, inserted] =
-                    best.try_emplace(run.run_name.function_name, run.GetAdjustedCPUTime());
-                if (!inserted) {
-                    slot->second = std::min(slot->second, run.GetAdjustedCPUTime());
-                }
-            }
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
-    std::map<std::string, double> best;
-};
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -123,24 +103,18 @@ int main(int argc, char** argv) {
     std::printf("document %s, %ju bytes\n", gDocumentPath.c_str(),
                 static_cast<std::uintmax_t>(std::filesystem::file_size(gDocumentPath)));
 
-    // The repetitions of the three cases run in random order, so that a change of load on the machine
-    // falls on all of them alike. A flag on the command line comes later and wins.
-    std::vector<char*> arguments(argv, argv + argc);
-    std::string interleave = "--benchmark_enable_random_interleaving=true";
-    arguments.insert(arguments.begin() + 1, interleave.data());
-    int count = static_cast<int>(arguments.size());
-    benchmark::Initialize(&count, arguments.data());
-    BestTimeReporter reporter;
+    bench::InitializeInterleaved(argc, argv);
+    bench::BestTimeReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
     std::filesystem::remove(gDocumentPath);
 
-    double const raw = reporter.best.count("RawXerces") ? reporter.best["RawXerces"] : 0.0;
+    double const raw = reporter.Best("RawXerces");
     for (auto const& [name, label] :
          {std::pair<char const*, char const*>{"Library", "location"},
           std::pair<char const*, char const*>{"LibraryWithLines", "location_lines"}}) {
-        if (raw > 0 && reporter.best.count(name)) {
-            std::printf("ratio %s %.3f\n", label, reporter.best[name] / raw);
+        if (raw > 0 && reporter.Best(name) > 0) {
+            std::printf("ratio %s %.3f\n", label, reporter.Best(name) / raw);
         }
     }
     xercesc::XMLPlatformUtils::Terminate();

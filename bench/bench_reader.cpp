@@ -5,6 +5,7 @@
 // document of a tenth of the size, to show that its cost grows linearly with the number of elements.
 // Ends with "ratio <case> <value>": the reader's time over the plain walk's time.
 #include "BenchDocument.hpp"
+#include "BenchReporter.hpp"
 #include "TavoXMLUtils/TavoXMLUtils.hpp"
 #include "TavoXMLUtils/builder/TavoXMLDOMBuilder.hpp"
 #include "TavoXMLUtils/reader/TavoXMLDOMReader.hpp"
@@ -242,42 +243,10 @@ BENCHMARK_CAPTURE(BM_Read, Reader_ReverseOrderTenth, ReadWithChannel, gTenthShap
     ->Iterations(10)
     ->Repetitions(5);
 
-// Keeps the smallest processor time per iteration of each benchmark: the run least disturbed.
-class MinimumReporter : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(std::vector<Run> const& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (Run const& run : runs) {
-            if (run.run_type != Run::RT_Iteration || run.iterations == 0) {
-                continue;
-            }
-            // Processor time: the machine is shared, and waiting for it is no cost of either side.
-            double const perIteration = run.cpu_accumulated_time / static_cast<double>(run.iterations);
-            auto const found = best.find(run.run_name.function_name);
-            if (found == best.end() || perIteration < found->second) {
-                best[run.run_name.function_name] = perIteration;
-            }
-        }
-    }
-    double Best(std::string const& name) const {
-        auto const found = best.find(name);
-        return found == best.end() ? 0.0 : found->second;
-    }
-
-private:
-    std::map<std::string, double> best;
-};
-
 } // namespace
 
 int main(int argc, char** argv) {
-    // The repetitions of all cases are interleaved at random, so that drift of the machine hits both
-    // sides alike; a flag on the command line can still turn that off.
-    std::vector<char*> arguments(argv, argv + argc);
-    std::string interleave = "--benchmark_enable_random_interleaving=true";
-    arguments.insert(arguments.begin() + 1, interleave.data());
-    int count = static_cast<int>(arguments.size());
-    benchmark::Initialize(&count, arguments.data());
+    bench::InitializeInterleaved(argc, argv);
     // Both walks must read the same values, or the comparison means nothing. The check on the full
     // document also warms the heap up for the timed runs.
     for (Shape shape : {gTenthShape, gFullShape}) {
@@ -288,7 +257,7 @@ int main(int argc, char** argv) {
             }
         }
     }
-    MinimumReporter reporter;
+    bench::BestTimeReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     double const written = reporter.Best("BM_Read/Reader_WrittenOrder");
     double const writtenPlain = reporter.Best("BM_Read/Plain_WrittenOrder");

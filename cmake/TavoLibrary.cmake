@@ -13,3 +13,13 @@ function(tavo_add_library name dir)
     target_compile_definitions(${name} PRIVATE ${upper}_BUILDING)
     set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 endfunction()
+
+# tavo_add_programs(DIR): one program per .cpp file directly in DIR, linked against the public library.
+function(tavo_add_programs dir)
+    file(GLOB sources CONFIGURE_DEPENDS "${dir}/*.cpp")
+    foreach(source ${sources})
+        get_filename_component(name ${source} NAME_WE)
+        add_executable(${name} ${source})
+        target_link_libraries(${name} PRIVATE TavoXMLUtils tavo_warnings)
+    endforeach()
+endfunction()
