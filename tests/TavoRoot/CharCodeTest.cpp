@@ -32,13 +32,9 @@ TEST(CharCodeUTF8, KnownSequencesAndRoundTripOfEveryCodePoint) {
         if (c >= 0xD800 && c <= 0xDFFF) {
             continue;
         }
-        std::u16string text;
-        if (c < 0x10000) {
-            text = std::u16string(1, static_cast<char16_t>(c));
-        } else {
-            text = {static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10)),
-                    static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF))};
-        }
+        std::u16string const text = c < 0x10000 ? std::u16string(1, static_cast<char16_t>(c))
+                                                : std::u16string{static_cast<char16_t>(0xD7C0 + (c >> 10)),
+                                                                 static_cast<char16_t>(0xDC00 + (c & 0x3FF))};
         std::string bytes;
         ASSERT_TRUE(Tavo::AppendUnicodeToAnsi(bytes, text, TavoCharCodeUTF8, false));
         ASSERT_EQ(bytes.size(), c < 0x80 ? 1u : c < 0x800 ? 2u : c < 0x10000 ? 3u : 4u);
@@ -52,8 +48,7 @@ TEST(CharCodeUTF8, InvalidInputBecomesReplacementCharacters) {
               u"a\uFFFD\uFFFD\uFFFDb\uFFFDc\uFFFD\uFFFDd");
     EXPECT_EQ(Decode("\xC0\xAF|\xED\xA0\x80|\xF5\x80|\xF4\x90\x80\x80", TavoCharCodeUTF8),
               u"\uFFFD\uFFFD|\uFFFD\uFFFD\uFFFD|\uFFFD\uFFFD|\uFFFD\uFFFD\uFFFD\uFFFD");
-    EXPECT_EQ(Decode("x\xE2\x82", TavoCharCodeUTF8), u"x\uFFFD");
-    EXPECT_EQ(Decode("\xF0\x9F\x98", TavoCharCodeUTF8), u"\uFFFD");
+    EXPECT_EQ(Decode("x\xF0\x9F\x98", TavoCharCodeUTF8), u"x\uFFFD");
 
     // Lone surrogates have no UTF-8 form: strict fails, lossy writes '?'.
     std::string out;
@@ -71,8 +66,7 @@ TEST(CharCodeWindows1252, EveryByteAndTheRange0x80To0x9F) {
         all += static_cast<char>(b);
     }
     std::u16string const text = Decode(all, TavoCharCodeDefault);
-    ASSERT_EQ(text.size(), 256u);
-    // The byte round trip below checks the rest of the mapping.
+    ASSERT_EQ(text.size(), 256u); // the byte round trip below checks the rest of the mapping
     EXPECT_EQ(text.substr(0x7F, 4), u"\u007F\u20AC\u0081\u201A");
     EXPECT_EQ(text.substr(0x9F, 2) + text[0xFF], u"\u0178\u00A0\u00FF");
     std::string back;
@@ -88,38 +82,21 @@ TEST(CharCodeWindows1252, EveryByteAndTheRange0x80To0x9F) {
     EXPECT_EQ(back, "???\x85");
 }
 
-TEST(CharCodeCHUnicode2ANSI, SizeQueryConversionAndFailures) {
+TEST(CharCodeCFunctions, ConvertAndCompare) {
     unsigned short const* euro = US(u"\u20AC!");
     EXPECT_EQ(CHUnicode2ANSI(euro, -1, nullptr, 0, TavoCharCodeUTF8, false, nullptr), 4);
-    EXPECT_EQ(CHUnicode2ANSI(euro, 1, nullptr, 0, TavoCharCodeDefault, false, nullptr), 1);
-
     char target[8] = "xxxxxxx";
     EXPECT_EQ(CHUnicode2ANSI(euro, -1, target, sizeof target, TavoCharCodeUTF8, false, nullptr), 4);
     EXPECT_STREQ(target, "\xE2\x82\xAC!");
-    EXPECT_EQ(CHUnicode2ANSI(euro, 2, target, 2, TavoCharCodeDefault, false, nullptr), 2);
-    EXPECT_EQ(std::string(target, 2), "\x80!");
     EXPECT_LT(CHUnicode2ANSI(euro, -1, target, 3, TavoCharCodeUTF8, false, nullptr), 0);
-    EXPECT_LT(CHUnicode2ANSI(euro, -1, nullptr, 5, TavoCharCodeUTF8, false, nullptr), 0);
 
     unsigned short const* greek = US(u"\u03A9x");
-    EXPECT_LT(CHUnicode2ANSI(greek, -1, nullptr, 0, TavoCharCodeDefault, false, nullptr), 0);
-    EXPECT_EQ(CHUnicode2ANSI(greek, -1, nullptr, 0, TavoCharCodeDefault, true, nullptr), 2);
     EXPECT_EQ(CHUnicode2ANSI(greek, -1, target, sizeof target, TavoCharCodeDefault, true, nullptr), 2);
     EXPECT_STREQ(target, "?x");
 
-    // The empty string converts to the empty 8-bit string.
-    EXPECT_EQ(CHUnicode2ANSI(US(u""), -1, target, sizeof target, TavoCharCodeDefault, false, nullptr), 0);
-    EXPECT_STREQ(target, "");
     EXPECT_EQ(CHUnicode2ANSI(nullptr, -1, target, 1, TavoCharCodeDefault, false, nullptr), 0);
-}
-
-TEST(CharCodeCHEqualCStrings, CaseAndCodes) {
-    EXPECT_TRUE(CHEqualCStrings("Name", "Name", Tavo::CaseSensitive, TavoCharCodeDefault));
     EXPECT_FALSE(CHEqualCStrings("Name", "name", Tavo::CaseSensitive, TavoCharCodeDefault));
-    EXPECT_FALSE(CHEqualCStrings("Name", "Names", Tavo::CaseInsensitive, TavoCharCodeDefault));
     EXPECT_TRUE(CHEqualCStrings("N\xC4ME\x8A", "n\xE4me\x9A", Tavo::CaseInsensitive, TavoCharCodeDefault));
     EXPECT_TRUE(
         CHEqualCStrings("\xC3\x84\xCE\xA9", "\xC3\xA4\xCF\x89", Tavo::CaseInsensitive, TavoCharCodeUTF8));
-    EXPECT_TRUE(CHEqualCStrings(nullptr, nullptr, Tavo::CaseSensitive, TavoCharCodeDefault));
-    EXPECT_FALSE(CHEqualCStrings("", nullptr, Tavo::CaseSensitive, TavoCharCodeDefault));
 }

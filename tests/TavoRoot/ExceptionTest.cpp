@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <string>
 
 namespace Tavo {
 namespace {
@@ -21,44 +20,21 @@ public:
     TavoException* Clone() const override { return new ChannelStyleException(*this); }
 };
 
-TEST(ExceptionTest, CloneKeepsTheDynamicTypeAndEveryField) {
-    RunTimeErrorException const runTime("went wrong", "Thrower", 42, -36);
-    std::unique_ptr<TavoException> clone(static_cast<TavoException const&>(runTime).Clone());
-    ASSERT_NE(nullptr, dynamic_cast<RunTimeErrorException*>(clone.get()));
-    EXPECT_STREQ("RunTimeErrorException", clone->GetName());
-    EXPECT_TRUE(clone->GetMessage() == "went wrong");
-    EXPECT_STREQ("Thrower", clone->GetFile());
-    EXPECT_EQ(42u, clone->GetLine());
-    EXPECT_EQ(-36, clone->GetErrorCode());
-    EXPECT_EQ(nullptr, clone->GetPrevious());
-
-    BMOutOfMemoryException const memory("full", "VA", 7, -108);
-    std::unique_ptr<TavoException> memoryClone(static_cast<TavoException const&>(memory).Clone());
-    EXPECT_NE(nullptr, dynamic_cast<BMOutOfMemoryException*>(memoryClone.get()));
-    EXPECT_NE(nullptr, dynamic_cast<GeneralException*>(memoryClone.get()));
-    EXPECT_STREQ("BMOutOfMemoryException", memoryClone->GetName());
-    EXPECT_STREQ("OutOfMemoryException", OutOfMemoryException("m", "f", 1, 0).GetName());
-    EXPECT_STREQ("GeneralException", GeneralException("m", "f", 1, nullptr, 0).GetName());
-}
-
-TEST(ExceptionTest, ChainKeepsItsOwnCopyOfTheCause) {
+TEST(ExceptionTest, CloneKeepsTheDynamicTypeAndADeepCopyOfTheCause) {
     auto cause = std::make_unique<RunTimeErrorException>("inner", "Reader", 3, -7003);
     ChannelStyleException const outer("outer", "Factory", 9, *cause, -36);
     cause.reset();                        // the chain must not point into the thrower's object
     EXPECT_EQ(-36, outer.GetErrorCode()); // the thrower's code stands in the root
-    EXPECT_STREQ("Factory", outer.GetFile());
-    ASSERT_NE(nullptr, outer.GetPrevious());
-    EXPECT_NE(nullptr, dynamic_cast<RunTimeErrorException const*>(outer.GetPrevious()));
-    EXPECT_TRUE(outer.GetPrevious()->GetMessage() == "inner");
 
     std::unique_ptr<TavoException> clone(outer.Clone());
     EXPECT_NE(nullptr, dynamic_cast<ChannelStyleException*>(clone.get()));
+    EXPECT_TRUE(clone->GetMessage() == "outer");
+    EXPECT_EQ(9u, clone->GetLine());
+    EXPECT_EQ(-36, clone->GetErrorCode());
     ASSERT_NE(nullptr, clone->GetPrevious());
     EXPECT_NE(outer.GetPrevious(), clone->GetPrevious()); // deep copy
-    EXPECT_STREQ("Reader", clone->GetPrevious()->GetFile());
-
-    TavoException const texted(UniString("text"), "File", 1, nullptr, 0);
-    EXPECT_EQ(nullptr, texted.GetPrevious());
+    EXPECT_NE(nullptr, dynamic_cast<RunTimeErrorException const*>(clone->GetPrevious()));
+    EXPECT_TRUE(clone->GetPrevious()->GetMessage() == "inner");
 }
 
 TEST(ExceptionTest, PrintWritesTheChainAsUTF8) {

@@ -6,34 +6,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <optional>
 #include <set>
 #include <string>
-#include <utility>
 
 using VeskTest::Utf8;
-
-namespace {
-
-// Sets TMPDIR for the lifetime of the object (null unsets it), then restores it.
-class TemporaryFolderVariable {
-public:
-    explicit TemporaryFolderVariable(char const* value) {
-        if (char const* old = std::getenv("TMPDIR")) {
-            saved = old;
-        }
-        value != nullptr ? setenv("TMPDIR", value, 1) : unsetenv("TMPDIR");
-    }
-    ~TemporaryFolderVariable() { saved ? setenv("TMPDIR", saved->c_str(), 1) : unsetenv("TMPDIR"); }
-
-private:
-    std::optional<std::string> saved;
-};
-
-} // namespace
 
 TEST(VeskFolder, GeneratedNamesAreFreeAndDistinct) {
     VeskTest::ScratchFolder scratch;
@@ -73,20 +51,4 @@ TEST(VeskFileSystem, DeleteFilesAndFolders) {
     EXPECT_FALSE(Vesk::fileSystem.Exists(readOnly));
 
     EXPECT_NE(Vesk::fileSystem.Delete(Vesk::Location(), 0, 2), 0u);
-}
-
-TEST(VeskFileSystem, TemporaryFolder) {
-    Vesk::Location location;
-    VeskTest::ScratchFolder scratch;
-    // The variable when set and not empty, /tmp otherwise.
-    for (auto [variable, expected] :
-         {std::pair<char const*, std::string>{scratch.Path().c_str(), scratch.Path()},
-          {nullptr, "/tmp"},
-          {"", "/tmp"}}) {
-        TemporaryFolderVariable const set(variable);
-        ASSERT_EQ(Vesk::fileSystem.GetSpecialLocation(Vesk::SpecialLocationTemporary, &location), 0u);
-        EXPECT_EQ(location.GetNativePath(), expected);
-    }
-    EXPECT_NE(Vesk::fileSystem.GetSpecialLocation(3, &location), 0u);
-    EXPECT_NE(Vesk::fileSystem.GetSpecialLocation(12, nullptr), 0u);
 }

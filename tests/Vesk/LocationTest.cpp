@@ -1,5 +1,4 @@
 #include "Vesk/Location.hpp"
-#include "Vesk/RelativeLocation.hpp"
 #include "Vesk/VeskStatus.hpp"
 
 #include "Vesk/VeskTestSupport.hpp"
@@ -37,11 +36,7 @@ TEST(VeskLocation, PathToURLAndBack) {
     EXPECT_EQ(Utf8(text), path);
     EXPECT_EQ(Utf8(location.ToLogText()), path);
 
-    Vesk::Location const empty;
-    EXPECT_TRUE(empty.IsEmpty());
-    EXPECT_EQ(URLOf(empty), "");
-    EXPECT_TRUE(empty.ToLogText().IsEmpty());
-    EXPECT_TRUE(Vesk::Location(Tavo::UniString()).IsEmpty());
+    EXPECT_EQ(URLOf(Vesk::Location()), "");
 }
 
 TEST(VeskLocation, FileURLForms) {
@@ -64,8 +59,6 @@ TEST(VeskLocation, FileURLForms) {
 TEST(VeskLocation, PathsAreAbsoluteAndNormal) {
     std::string const cwd = std::filesystem::current_path().string();
     EXPECT_EQ(Vesk::Location("sub/../a.xml").GetNativePath(), cwd + "/a.xml");
-    EXPECT_EQ(Vesk::Location(Tavo::UniString("DOMReaderCreationFromMemory")).GetNativePath(),
-              cwd + "/DOMReaderCreationFromMemory");
     EXPECT_EQ(Vesk::Location("/a/./b//c/../").GetNativePath(), "/a/b");
     EXPECT_EQ(Vesk::Location("/..").GetNativePath(), "/");
     // A colon alone does not make a URL.
@@ -80,39 +73,8 @@ TEST(VeskLocation, AppendNameAndParent) {
     EXPECT_EQ(location.GetParent().GetNativePath(), "/tmp");
     EXPECT_NE(location.AppendToLocal(Vesk::Name("a/b")), 0);
     EXPECT_NE(location.AppendToLocal(Vesk::Name("..")), 0);
-    EXPECT_NE(location.AppendToLocal(Vesk::Name()), 0);
     EXPECT_EQ(location.GetNativePath(), "/tmp/x y.xml");
 
-    Vesk::Location root("/");
-    EXPECT_EQ(root.AppendToLocal(Vesk::Name("top")), 0);
-    EXPECT_EQ(root.GetNativePath(), "/top");
-    EXPECT_EQ(root.GetParent().GetNativePath(), "/");
-    EXPECT_TRUE(root.GetParent().GetParent().IsEmpty());
-
-    Vesk::Location empty;
-    EXPECT_NE(empty.AppendToLocal(Vesk::Name("x")), 0);
-    EXPECT_TRUE(empty.IsEmpty());
-
-    Vesk::Name name("Scratch_1");
-    name.AppendExtension("xml");
-    EXPECT_EQ(Utf8(name.GetText()), "Scratch_1.xml");
-}
-
-TEST(VeskRelativeLocation, URLForm) {
-    Vesk::RelativeLocation path(Vesk::Name("root"));
-    path.Append(Vesk::Name("a b"));
-    Vesk::RelativeLocation tail(Vesk::Name("xs:item"));
-    tail.Append(Vesk::Name("#text"));
-    path.Append(tail);
-    Tavo::UniString url;
-    path.ToURL(&url);
-    EXPECT_EQ(Utf8(url), "file://root/a%20b/xs:item/%23text");
-
-    Vesk::RelativeLocation copy = path;
-    copy.Append(copy);
-    EXPECT_EQ(copy.GetSegments().size(), 8u);
-
-    Vesk::RelativeLocation empty;
-    empty.ToURL(&url);
-    EXPECT_EQ(Utf8(url), "file://");
+    EXPECT_TRUE(Vesk::Location("/").GetParent().IsEmpty());
+    EXPECT_NE(Vesk::Location().AppendToLocal(Vesk::Name("x")), 0);
 }

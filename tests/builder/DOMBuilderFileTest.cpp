@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 #include <string>
 
 using BuilderTest::Exported;
@@ -25,8 +25,7 @@ protected:
         char pattern[] = "/tmp/domBuilderTest.XXXXXX";
         ASSERT_NE(mkdtemp(pattern), nullptr);
         folder = pattern;
-        char const* old = std::getenv("TMPDIR");
-        oldTmpDir = old != nullptr ? old : "/tmp";
+        oldTmpDir = std::getenv("TMPDIR") != nullptr ? std::getenv("TMPDIR") : "/tmp";
         setenv("TMPDIR", folder.c_str(), 1);
     }
     void TearDown() override {
@@ -35,9 +34,8 @@ protected:
     }
     Vesk::Location LocationOf(char const* name) const { return Vesk::Location((folder / name).c_str()); }
     static std::string Read(std::filesystem::path const& path) {
-        std::ostringstream text;
-        text << std::ifstream(path, std::ios::binary).rdbuf();
-        return text.str();
+        std::ifstream in(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
     }
 
     std::filesystem::path folder;
@@ -50,9 +48,6 @@ TEST_F(FileTest, DestructionReplacesTheFileWithTheDocumentAsItStands) {
     std::ofstream(folder / "out.xml") << "an old and much longer content that must disappear entirely";
     {
         DOMBuilder channel(LocationOf("out.xml"), "root", true);
-        Vesk::Location location;
-        EXPECT_TRUE(channel.GetLocation(location));
-        EXPECT_EQ(location, LocationOf("out.xml"));
         channel.WriteStartElement("open"); // never closed, no WriteEndDocument
         channel.WriteXML("v", Tavo::UniString("\xC3\xA4", TavoCharCodeUTF8));
         EXPECT_EQ(Read(folder / "out.xml").substr(0, 6), "an old") << "nothing is written before destruction";
@@ -66,8 +61,6 @@ TEST_F(FileTest, EmptyLocationWritesAScratchFileAndMemoryChannelsNothing) {
     EXPECT_TRUE(std::filesystem::is_empty(folder));
     {
         DOMBuilder channel(Vesk::Location(), Tavo::XMLNoTopLevelTag, true);
-        Vesk::Location location;
-        EXPECT_FALSE(channel.GetLocation(location));
         channel.WriteStartElement("scratch");
         channel.WriteEndElement();
     }
@@ -98,7 +91,6 @@ TEST_F(FileTest, AttachedDocumentIsWrittenOnlyWhenOwned) {
         EXPECT_EQ(Exported(channel, false), "\n<top>\n\t<inner>\n\t\t<v>2</v>\n\t</inner></top>");
     }
     EXPECT_TRUE(std::filesystem::is_empty(folder)) << "a foreign document is neither written nor released";
-    EXPECT_EQ(std::u16string(foreign->getDocumentElement()->getNodeName()), u"top");
     foreign->release();
 
     DOMDocument* owned = implementation->createDocument(nullptr, u"doc", nullptr); // released by the channel

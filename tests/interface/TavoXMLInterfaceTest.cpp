@@ -4,8 +4,8 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <new>
-#include <sstream>
 #include <string>
 
 using namespace TavoXML;
@@ -24,7 +24,6 @@ std::string ThrownMessage(Factory const& factory) {
     } catch (XMLOChannelException const& e) {
         EXPECT_EQ(e.GetErrorCode(), -36);
         EXPECT_STREQ(e.GetFile(), "TavoXMLInterface");
-        EXPECT_GT(e.GetLine(), 0u);
         EXPECT_EQ(e.GetPrevious(), nullptr) << "the caught exception is not attached";
         return e.GetMessage().ToCStr().Get();
     }
@@ -32,7 +31,7 @@ std::string ThrownMessage(Factory const& factory) {
 
 } // namespace
 
-TEST(OutputFactories, InMemoryChannelsExportTheirDocument) {
+TEST(OutputFactories, ChannelsExportTheirDocumentAndFileChannelsWriteWhenDisposed) {
     Tavo::XMLOChannel* channel = CreateXMLOChannel("root", ReturnNullOnError);
     ASSERT_NE(channel, nullptr);
     channel->WriteXML("v", 1);
@@ -46,30 +45,23 @@ TEST(OutputFactories, InMemoryChannelsExportTheirDocument) {
     EXPECT_EQ(channel, nullptr);
 
     DisposeXMLOChannel(channel); // null: nothing happens
-    EXPECT_TRUE(ExportOChannelToUniString(nullptr).IsEmpty());
-    ExportOChannel(nullptr, [](char const*, unsigned int) { FAIL() << "the sink must not be called"; });
-}
 
-TEST(OutputFactories, FileChannelsWriteWhenDisposed) {
     std::filesystem::path const file = std::filesystem::temp_directory_path() / "outputFactoriesTest.xml";
-    Tavo::XMLOChannel* channel =
-        CreateXMLOChannel(Vesk::Location(file.c_str()), Tavo::XMLNoTopLevelTag, ThrowOnError);
+    channel = CreateXMLOChannel(Vesk::Location(file.c_str()), Tavo::XMLNoTopLevelTag, ThrowOnError);
     channel->WriteStartElement("top");
     EXPECT_FALSE(std::filesystem::exists(file));
     DisposeXMLOChannel(channel);
-    std::ostringstream text;
-    text << std::ifstream(file, std::ios::binary).rdbuf();
-    EXPECT_EQ(text.str(), kDeclaration + "\n<top/>");
+    std::ifstream in(file, std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), kDeclaration + "\n<top/>");
     std::filesystem::remove(file);
 }
 
 TEST(OutputFactories, FailuresByPolicy) {
-    Vesk::Location const nowhere;
     EXPECT_EQ(CreateXMLOChannel("a b", ReturnNullOnError), nullptr);
-    EXPECT_EQ(CreateXMLOChannel(nowhere, "<", ReturnNullOnError), nullptr);
+    EXPECT_EQ(CreateXMLOChannel(Vesk::Location(), "<", ReturnNullOnError), nullptr);
     EXPECT_EQ(CreateXMLOChannel("a b", static_cast<ExceptionPolicy>(2)), nullptr) << "only 1 throws";
     EXPECT_EQ(ThrownMessage([] { return CreateXMLOChannel("a b", ThrowOnError); }), "XercesC DOMException");
-    EXPECT_EQ(ThrownMessage([&] { return CreateXMLOChannel(nowhere, "", ThrowOnError); }),
+    EXPECT_EQ(ThrownMessage([] { return CreateXMLOChannel(Vesk::Location(), "", ThrowOnError); }),
               "XercesC DOMException");
 
     // Each rung of the worker's catch ladder has its fixed text; the caught exception's own text is not used.
@@ -82,6 +74,4 @@ TEST(OutputFactories, FailuresByPolicy) {
         ThrownMessage(viaWorker(throwing(DOMBuilderException("Creating document failed.", "F", 1, -36)))),
         "TavoXML DOMBuilderException");
     EXPECT_EQ(ThrownMessage(viaWorker(throwing(42))), "Unknown Exception in CreateXMLOChannel");
-    EXPECT_EQ(CreateXMLOChannelInternal(throwing(std::bad_alloc()), ReturnNullOnError), nullptr);
-    EXPECT_EQ(CreateXMLOChannelInternal(throwing(42), static_cast<ExceptionPolicy>(2)), nullptr);
 }

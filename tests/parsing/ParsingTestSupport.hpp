@@ -14,6 +14,8 @@
 
 namespace ParsingTest {
 
+using Parser = xercesc::AbstractDOMParser;
+
 struct DocumentRelease {
     void operator()(xercesc::DOMDocument* document) const { document->release(); }
 };
@@ -36,7 +38,7 @@ inline std::string Utf8(Tavo::UniString const& text) {
 }
 
 // Parses `text` from memory under the name "memory.xml".
-inline Document ParseText(std::string const& text, xercesc::AbstractDOMParser::ValSchemes scheme,
+inline Document ParseText(std::string const& text, Parser::ValSchemes scheme,
                           NodeLocationInfo* line = nullptr, Tavo::UniString* message = nullptr,
                           NodeLocations* table = nullptr) {
     return Document(ParseXMLDoc(reinterpret_cast<unsigned char const*>(text.data()),

@@ -5,12 +5,7 @@
 
 #include <cstring>
 
-using ReaderTest::After;
-using ReaderTest::Message;
-using ReaderTest::Messages;
-using ReaderTest::Open;
-using ReaderTest::Token;
-using ReaderTest::Utf8;
+using namespace ReaderTest;
 
 namespace {
 
@@ -22,13 +17,11 @@ constexpr char gDocument[] = "<root>\n"                                         
                              "<commented><!--c-->42</commented>\n"                                  // 6
                              "<text>abcd</text>\n"                                                  // 7
                              "<abc>abc</abc>\n"                                                     // 8
-                             "<flag>YeS</flag>\n"                                                   // 9
-                             "<y>y</y>\n"                                                           // 10
-                             "<big>300</big>\n"                                                     // 11
-                             "<cdata>lead<![CDATA[first]]><![CDATA[second]]></cdata>\n"             // 12
-                             "<spaced> 17 </spaced>\n"                                              // 13
-                             "<v Mv=\"3\" Sv=\"250\"/><half Mv=\"1\"/>\n"                           // 14
-                             "<short>40000</short><long>-9000000000</long>\n"                       // 15
+                             "<big>300</big>\n"                                                     // 9
+                             "<cdata>lead<![CDATA[first]]><![CDATA[second]]></cdata>\n"             // 10
+                             "<spaced> 17 </spaced>\n"                                              // 11
+                             "<half Mv=\"1\"/>\n"                                                   // 12
+                             "<short>40000</short><long>-9000000000</long>\n"                       // 13
                              "</root>\n";
 
 } // namespace
@@ -48,7 +41,6 @@ TEST(DOMReaderValues, MessageTableWithLines) {
     ASSERT_EQ(r.ReadStartElement("item"), Tavo::NoError);
     EXPECT_EQ(r.ReadXMLAttr("n", number), Tavo::GeneralError);
     EXPECT_EQ(After(r.ReadXMLAttr("zz", text), r), "fail S:item");
-    EXPECT_FALSE(r.HasXMLAttr("zz"));
     EXPECT_TRUE(r.HasXMLAttr("n"));
 
     ASSERT_EQ(r.ReadEndElement("root"), Tavo::NoError);
@@ -63,23 +55,20 @@ TEST(DOMReaderValues, MessageTableWithLines) {
                                {"Missing Attribute: zz", 5},
                                {"Invalid Node Type: a", 0},
                            }));
-    EXPECT_EQ(r.GetErrorStatus(), 0);
 }
 
-TEST(DOMReaderValues, TextsAndNumbersAtTheirEdges) {
+TEST(DOMReaderValues, TextsNumbersAndBuffersAtTheirEdges) {
     auto reader = Open(gDocument);
     TavoXML::DOMReader& r = *reader;
     Tavo::UniString text("x");
     EXPECT_EQ(r.ReadXML("empty", text), Tavo::NoError);
     EXPECT_TRUE(text.IsEmpty());
     int number = 1;
-    EXPECT_EQ(r.ReadXML("empty", number), Tavo::GeneralError);
     // A comment as first child is what is read.
     EXPECT_EQ(r.ReadXML("commented", text), Tavo::NoError);
     EXPECT_EQ(Utf8(text), "c");
     EXPECT_EQ(r.ReadXML("spaced", number), Tavo::NoError);
     EXPECT_EQ(number, 17);
-
     // Out of range: refused, the value kept.
     short small = 3;
     unsigned long unsignedWide = 5;
@@ -87,59 +76,11 @@ TEST(DOMReaderValues, TextsAndNumbersAtTheirEdges) {
     EXPECT_EQ(r.ReadXML("long", unsignedWide), Tavo::GeneralError);
     EXPECT_EQ(small, 3);
     EXPECT_EQ(unsignedWide, 5u);
-    long wide = 0;
-    EXPECT_EQ(r.ReadXML("long", wide), Tavo::NoError);
-    EXPECT_EQ(wide, -9000000000L);
-
     // Only the low 8 bits of a char are kept.
-    char c = 0;
     unsigned char uc = 0;
-    signed char sc = 0;
-    EXPECT_EQ(r.ReadXML("big", c) | r.ReadXML("big", uc) | r.ReadXML("big", sc), Tavo::NoError);
-    EXPECT_EQ(c, 44);
+    EXPECT_EQ(r.ReadXML("big", uc), Tavo::NoError);
     EXPECT_EQ(uc, 44);
-    EXPECT_EQ(sc, 44);
-    EXPECT_EQ(r.ReadXML("num", c), Tavo::GeneralError);
-    EXPECT_EQ(c, 44);
 
-    // Guids, from an element and an attribute.
-    Tavo::Guid const guid = Tavo::Guid::Generate();
-    std::string const written = Utf8(guid.ToUniString());
-    auto guids = Open("<r a=\"" + written + "\"><g>" + written + "</g><bad>not a guid</bad></r>");
-    Tavo::Guid read;
-    EXPECT_EQ(guids->ReadXMLAttr("a", read), Tavo::NoError);
-    EXPECT_EQ(read, guid);
-    read = Tavo::Guid();
-    EXPECT_EQ(guids->ReadXML("g", read), Tavo::NoError);
-    EXPECT_EQ(read, guid);
-    EXPECT_NE(guids->ReadXML("bad", read), Tavo::NoError);
-    EXPECT_EQ(read, guid);
-}
-
-TEST(DOMReaderValues, BoolLiterals) {
-    auto reader =
-        Open("<r><a>FALSE</a><b>0</b><c>No</c><d>tRUE</d><e>1</e><f>YeS</f><y>y</y><g> true </g></r>");
-    // A lone letter and a padded literal fail without a message and leave the value.
-    struct Case {
-        char const* tag;
-        int status;
-        bool expected;
-    };
-    for (Case const& c :
-         {Case{"a", Tavo::NoError, false}, Case{"b", Tavo::NoError, false}, Case{"c", Tavo::NoError, false},
-          Case{"d", Tavo::NoError, true}, Case{"e", Tavo::NoError, true}, Case{"f", Tavo::NoError, true},
-          Case{"y", Tavo::GeneralError, true}, Case{"g", Tavo::GeneralError, true}}) {
-        SCOPED_TRACE(c.tag);
-        bool value = c.status == Tavo::NoError ? !c.expected : c.expected;
-        EXPECT_EQ(reader->ReadXML(c.tag, value), c.status);
-        EXPECT_EQ(value, c.expected);
-    }
-    EXPECT_EQ(reader->GetNumberOfMessage(), 0);
-}
-
-TEST(DOMReaderValues, CharBuffers) {
-    auto reader = Open(gDocument);
-    TavoXML::DOMReader& r = *reader;
     char buffer[8];
     auto read = [&](int status, std::size_t shown) {
         return (status == Tavo::NoError ? "ok " : "fail ") + std::string(buffer, shown);
@@ -150,74 +91,56 @@ TEST(DOMReaderValues, CharBuffers) {
     // Exactly the size: three bytes, no terminator.
     EXPECT_EQ(read(r.ReadXML("abc", buffer, 3), 4), "ok abc#");
     // Room to spare: terminated and zero-filled up to the size.
-    std::memset(buffer, '#', sizeof buffer);
     EXPECT_EQ(read(r.ReadXML("abc", buffer, 6), 7), std::string("ok abc\0\0\0#", 10));
-    // An empty text writes one terminator only.
-    std::memset(buffer, '#', sizeof buffer);
-    EXPECT_EQ(read(r.ReadXML("empty", buffer, 4), 2), std::string("ok \0#", 5));
-
     // Attributes have no length check: the text is cut to the size.
     ASSERT_EQ(r.ReadStartElement("item"), Tavo::NoError);
-    std::memset(buffer, '#', sizeof buffer);
-    EXPECT_EQ(read(r.ReadXMLAttr("n", buffer, 2), 3), "ok ba#");
-    EXPECT_EQ(read(r.ReadXMLAttr("n", buffer, 5), 6), std::string("ok bad\0\0#", 9));
-    EXPECT_EQ(read(r.ReadXMLAttr("zz", buffer, 5), 1), "fail b");
+    EXPECT_EQ(read(r.ReadXMLAttr("n", buffer, 2), 3), "ok bac");
 }
 
-TEST(DOMReaderValues, AttributeConversionsAndVersions) {
-    auto reader = Open(gDocument);
-    TavoXML::DOMReader& r = *reader;
-    ASSERT_EQ(r.ReadStartElement("item"), Tavo::NoError);
-    bool flag = false;
-    EXPECT_EQ(r.ReadXMLAttr("b", flag), Tavo::NoError);
-    EXPECT_TRUE(flag);
-    EXPECT_EQ(r.ReadXMLAttr("a", flag), Tavo::GeneralError);
-    EXPECT_TRUE(flag);
-    char c = 0;
-    unsigned char uc = 0;
-    signed char sc = 0;
-    long long big = 0;
-    EXPECT_EQ(r.ReadXMLAttr("c", c) | r.ReadXMLAttr("m", uc) | r.ReadXMLAttr("m", sc) |
-                  r.ReadXMLAttr("s", big),
-              Tavo::NoError);
-    EXPECT_EQ(c, 44);
-    EXPECT_EQ(uc, 255);
-    EXPECT_EQ(sc, -1);
-    EXPECT_EQ(big, 12);
-    unsigned int positive = 9;
-    EXPECT_EQ(After(r.ReadXMLAttr("m", positive), r), "fail S:item");
-    EXPECT_EQ(positive, 9u);
-    EXPECT_EQ(r.GetNumberOfMessage(), 1);
-
-    ASSERT_EQ(r.ReadToken(), Tavo::NoError);
-    ASSERT_EQ(r.ReadStartElement("v"), Tavo::NoError);
-    Tavo::ClassVersion version;
-    EXPECT_EQ(r.ReadXMLVersionAttr(version), Tavo::NoError);
-    EXPECT_EQ(version, Tavo::ClassVersion(3, 250));
-    ASSERT_EQ(r.ReadToken(), Tavo::NoError);
-    EXPECT_EQ(After(r.ReadToken(), r), "ok S:half");
-    EXPECT_EQ(r.ReadXMLVersionAttr(version), Tavo::GeneralError);
-    EXPECT_EQ(version, Tavo::ClassVersion(3, 250));
-    EXPECT_EQ(Messages(r).back(), (Message{"Missing Attribute: Sv", 14}));
+TEST(DOMReaderValues, BoolLiterals) {
+    auto reader =
+        Open("<r><a>FALSE</a><b>0</b><c>No</c><d>tRUE</d><e>1</e><f>YeS</f><y>y</y><g> true </g></r>");
+    // a-c are false, d-f true; a lone letter and a padded literal fail without a message, value kept.
+    for (char const tag : std::string("abcdefyg")) {
+        bool const ok = tag < 'g';
+        bool const expected = tag >= 'd';
+        bool value = ok ? !expected : expected;
+        SCOPED_TRACE(tag);
+        EXPECT_EQ(reader->ReadXML(std::string(1, tag).c_str(), value),
+                  ok ? Tavo::NoError : Tavo::GeneralError);
+        EXPECT_EQ(value, expected);
+    }
+    EXPECT_EQ(reader->GetNumberOfMessage(), 0);
 }
 
-TEST(DOMReaderValues, CDATASections) {
+TEST(DOMReaderValues, AttributeConversionsVersionsAndCDATA) {
     auto reader = Open(gDocument);
     TavoXML::DOMReader& r = *reader;
     Tavo::UniString text("keep");
     // The root has element and text children but no section.
     EXPECT_EQ(r.ReadXMLCDATAString(text), Tavo::GeneralError);
+    ASSERT_EQ(r.ReadStartElement("item"), Tavo::NoError);
+    bool flag = false;
+    signed char sc = 0;
+    long long big = 0;
+    EXPECT_EQ(r.ReadXMLAttr("b", flag) | r.ReadXMLAttr("m", sc) | r.ReadXMLAttr("s", big), Tavo::NoError);
+    EXPECT_TRUE(flag && sc == -1 && big == 12) << flag << int(sc) << big;
+    unsigned int positive = 9;
+    EXPECT_EQ(After(r.ReadXMLAttr("m", positive), r), "fail S:item");
+    EXPECT_EQ(positive, 9u);
+
+    ASSERT_EQ(r.ReadToken(), Tavo::NoError);
     ASSERT_EQ(r.ReadStartElement("cdata"), Tavo::NoError);
     EXPECT_EQ(After(r.ReadXMLCDATAString(text), r), "ok S:cdata");
     EXPECT_EQ(Utf8(text), "first");
     char buffer[4];
     EXPECT_EQ(r.ReadXMLCDATAString(buffer, sizeof buffer), Tavo::NoError);
     EXPECT_STREQ(buffer, "fir");
-    // No children at all.
+
     ASSERT_EQ(r.ReadToken(), Tavo::NoError);
-    ASSERT_EQ(r.ReadStartElement("v"), Tavo::NoError);
-    text = Tavo::UniString("keep");
-    EXPECT_EQ(r.ReadXMLCDATAString(text), Tavo::GeneralError);
-    EXPECT_EQ(Utf8(text), "keep");
-    EXPECT_EQ(r.GetNumberOfMessage(), 0);
+    ASSERT_EQ(r.ReadStartElement("half"), Tavo::NoError);
+    Tavo::ClassVersion version(3, 250);
+    EXPECT_EQ(r.ReadXMLVersionAttr(version), Tavo::GeneralError);
+    EXPECT_EQ(version, Tavo::ClassVersion(3, 250));
+    EXPECT_EQ(Messages(r).back(), (Message{"Missing Attribute: Sv", 12}));
 }

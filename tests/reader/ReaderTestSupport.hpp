@@ -1,5 +1,4 @@
-// Helpers of the reader tests: readers over literal documents, and the channel's state as plain text
-// that GoogleTest can compare and print.
+// Helpers of the reader tests: readers over literal documents, and the channel's state as plain text.
 #pragma once
 
 #include "TavoRoot/UniString.hpp"
@@ -19,10 +18,6 @@ inline std::string Utf8(Tavo::UniString const& text) {
     return std::string(bytes.get());
 }
 
-inline Tavo::UniString FromUtf8(std::string const& text) {
-    return Tavo::UniString(text.c_str(), static_cast<unsigned int>(text.size()), TavoCharCodeUTF8);
-}
-
 // A reader over the UTF-8 document `xml`, built from memory.
 inline std::unique_ptr<TavoXML::DOMReader> Open(std::string_view xml, char const* topLevelTag = nullptr) {
     auto const* data = reinterpret_cast<unsigned char const*>(xml.data());
@@ -33,23 +28,15 @@ inline std::unique_ptr<TavoXML::DOMReader> Open(std::string_view xml, char const
     return std::make_unique<TavoXML::DOMReader>(data, size, topLevelTag);
 }
 
-struct Message {
-    std::string text;
-    int line;
-    bool operator==(Message const&) const = default;
-    friend std::ostream& operator<<(std::ostream& out, Message const& message) {
-        return out << '"' << message.text << "\" @" << message.line;
-    }
-};
+// A message of the channel: its text and its line.
+using Message = std::pair<std::string, int>;
 
 inline std::vector<Message> Messages(Tavo::XMLIChannel& channel) {
-    std::vector<Message> result;
-    int const count = channel.GetNumberOfMessage();
-    for (int index = 0; index < count; ++index) {
+    std::vector<Message> result(channel.GetNumberOfMessage());
+    for (int index = 0; index < static_cast<int>(result.size()); ++index) {
         Tavo::UniString text;
-        int line = -1;
-        channel.GetMessage(index, text, line);
-        result.push_back(Message{Utf8(text), line});
+        channel.GetMessage(index, text, result[index].second);
+        result[index].first = Utf8(text);
     }
     return result;
 }
@@ -61,18 +48,15 @@ inline std::string Token(TavoXML::DOMReader& reader) {
     }
     Tavo::UniString name;
     Tavo::XMLTokenType const type = reader.GetTokenTypeName(name);
-    return std::string(type == Tavo::XMLStartToken ? "S:"
-                       : type == Tavo::XMLEndToken ? "E:"
-                                                   : "?:") +
-           Utf8(name);
+    return (type == Tavo::XMLStartToken ? "S:" : type == Tavo::XMLEndToken ? "E:" : "?:") + Utf8(name);
 }
 
 // The status of an operation and the cursor after it: "ok S:b", "fail E:a", or the status as a number.
 inline std::string After(int status, TavoXML::DOMReader& reader) {
-    std::string const result = status == Tavo::NoError        ? "ok"
-                               : status == Tavo::GeneralError ? "fail"
-                                                              : std::to_string(status);
-    return result + " " + Token(reader);
+    return (status == Tavo::NoError        ? std::string("ok")
+            : status == Tavo::GeneralError ? std::string("fail")
+                                           : std::to_string(status)) +
+           " " + Token(reader);
 }
 
 } // namespace ReaderTest
