@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -51,4 +52,20 @@ TEST(VeskFileSystem, DeleteFilesAndFolders) {
     EXPECT_FALSE(Vesk::fileSystem.Exists(readOnly));
 
     EXPECT_NE(Vesk::fileSystem.Delete(Vesk::Location(), 0, 2), 0u);
+}
+
+TEST(VeskFileSystem, TemporaryFolderFollowsTMPDIR) {
+    char const* const saved = std::getenv("TMPDIR");
+    std::string const before = saved ? saved : "";
+    Vesk::Location temporary;
+    setenv("TMPDIR", "/var/tmp", 1);
+    EXPECT_EQ(Vesk::fileSystem.GetSpecialLocation(Vesk::SpecialLocationTemporary, &temporary), 0u);
+    EXPECT_EQ(temporary.GetNativePath(), "/var/tmp");
+    unsetenv("TMPDIR");
+    EXPECT_EQ(Vesk::fileSystem.GetSpecialLocation(Vesk::SpecialLocationTemporary, &temporary), 0u);
+    EXPECT_EQ(temporary.GetNativePath(), "/tmp");
+    EXPECT_NE(Vesk::fileSystem.GetSpecialLocation(99, &temporary), 0u);
+    if (saved) {
+        setenv("TMPDIR", before.c_str(), 1);
+    }
 }

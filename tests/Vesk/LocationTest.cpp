@@ -1,4 +1,5 @@
 #include "Vesk/Location.hpp"
+#include "Vesk/RelativeLocation.hpp"
 #include "Vesk/VeskStatus.hpp"
 
 #include "Vesk/VeskTestSupport.hpp"
@@ -77,4 +78,17 @@ TEST(VeskLocation, AppendNameAndParent) {
 
     EXPECT_TRUE(Vesk::Location("/").GetParent().IsEmpty());
     EXPECT_NE(Vesk::Location().AppendToLocal(Vesk::Name("x")), 0);
+}
+
+TEST(VeskRelativeLocation, URLIsTheSevenCharacterPrefixAndEscapedSegments) {
+    Vesk::RelativeLocation path(Vesk::Name("root"));
+    Vesk::RelativeLocation tail(Vesk::Name("#text"));
+    tail.Append(Vesk::Name("a b"));
+    path.Append(Vesk::Name("xs:item"));
+    path.Append(tail);
+    Tavo::UniString url;
+    path.ToURL(&url);
+    EXPECT_EQ(url, Tavo::UniString("file://root/xs:item/%23text/a%20b"));
+    Vesk::RelativeLocation().ToURL(&url);
+    EXPECT_EQ(url, Tavo::UniString("file://"));
 }
