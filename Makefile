@@ -13,7 +13,7 @@ CMAKE_GEN = -G Ninja
 
 INSTALL_BUILD ?= build-install
 
-.PHONY: all deps build demo test sanitize bench fuzz install format format-check consumer-check clean
+.PHONY: all deps build demo test sanitize bench fuzz install format format-check consumer-check docs clean
 
 all: build
 
@@ -75,6 +75,10 @@ consumer-check: deps
 SOURCES = git ls-files --cached --others --exclude-standard '*.cpp' '*.hpp' | sort -u | \
 	    while read -r f; do [ -f "$$f" ] && echo "$$f"; done
 
+# The HTML API reference of the public headers (build-docs/html/index.html).
+docs: deps
+	scripts/make-docs.sh
+
 format:
 	@$(SOURCES) | xargs -r clang-format -i
 
@@ -83,4 +87,4 @@ format-check: deps
 	@echo "formatting ok"
 
 clean:
-	rm -rf $(BUILD) $(SAN_BUILD) $(BENCH_BUILD) $(FUZZ_BUILD) $(INSTALL_BUILD)
+	rm -rf $(BUILD) $(SAN_BUILD) $(BENCH_BUILD) $(FUZZ_BUILD) $(INSTALL_BUILD) build-docs
