@@ -1,5 +1,8 @@
 #include "TavoXMLUtils/output/internal/ChannelBytes.hpp"
 
+#include "TavoXMLUtils/support/internal/Failures.hpp"
+#include "TavoXMLUtils/support/internal/Throw.hpp"
+
 #include "TavoRoot/OChannel.hpp"
 #include "TavoRoot/TavoException.hpp"
 
@@ -14,9 +17,8 @@ void WriteFormattedBytes(Tavo::OChannel& channel, XMLByte const* bytes, XMLSize_
     while (count > 0) {
         unsigned int const piece = static_cast<unsigned int>(std::min(count, gLargestPiece));
         int const status = channel.WriteBin(reinterpret_cast<char const*>(bytes), piece, nullptr);
-        if (status != 0) {
-            throw Tavo::RunTimeErrorException("The output channel refused the formatted bytes",
-                                              "ChannelBytes", __LINE__, status);
+        if (status != NoError) {
+            Throw<Tavo::RunTimeErrorException>("The output channel refused the formatted bytes", status);
         }
         bytes += piece;
         count -= piece;

@@ -1,0 +1,70 @@
+#include "TavoXMLUtils/support/Base64Converter.hpp"
+
+#include "TavoXMLUtils/support/internal/ReservedArray.hpp"
+
+#include <xercesc/util/Base64.hpp>
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+#include <utility>
+
+XERCES_CPP_NAMESPACE_USE
+
+namespace {
+
+// Bytes are widened through a block of this many units, so that the string grows in few appends.
+constexpr unsigned int gWidenBlock = 4096;
+
+// Base64 gives its blocks from new[] when it has no memory manager.
+using XercesBytes = std::unique_ptr<XMLByte[]>;
+
+} // namespace
+
+Tavo::UniString Base64Converter::Encode(char const* data, unsigned int length) {
+    Tavo::UniString text;
+    XMLSize_t outputLength = 0;
+    XercesBytes const encoded(
+        Base64::encode(reinterpret_cast<XMLByte const*>(data), length, &outputLength, nullptr));
+    if (encoded == nullptr || outputLength == 0) {
+        return text;
+    }
+    // The coded text is far shorter than the 32-bit limit of the string for any 32-bit input length.
+    text.Reserve(static_cast<unsigned int>(outputLength));
+    char16_t block[gWidenBlock];
+    for (XMLSize_t done = 0; done < outputLength;) {
+        auto const count = static_cast<unsigned int>(std::min<XMLSize_t>(gWidenBlock, outputLength - done));
+        // Each unit is built from the unsigned byte.
+        std::transform(encoded.get() + done, encoded.get() + done + count, block,
+                       [](XMLByte byte) { return static_cast<char16_t>(byte); });
+        text.Append(block, count);
+        done += count;
+    }
+    return text;
+}
+
+Tavo::Array<char> Base64Converter::Decode(Tavo::UniString const& text) {
+    unsigned int const length = text.GetLength();
+    if (length == std::numeric_limits<unsigned int>::max()) {
+        return {}; // no room for the terminator; no Base64 text is that long
+    }
+    // Base64::decode reads terminated bytes: each unit is narrowed to its low byte, without a test.
+    TavoXML::detail::ReservedArray<char> bytes(length + 1);
+    char16_t const* const units = text.GetU16Str();
+    for (unsigned int i = 0; i < length; ++i) {
+        bytes.Push(static_cast<char>(Tavo::UniChar(units[i])));
+    }
+    bytes.Push('\0');
+
+    XMLSize_t decodedLength = 0;
+    XercesBytes const decoded(Base64::decode(reinterpret_cast<XMLByte const*>(bytes.begin()), &decodedLength,
+                                             nullptr, Base64::Conf_RFC2045));
+    if (decoded == nullptr) {
+        return {};
+    }
+    TavoXML::detail::ReservedArray<char> result(static_cast<unsigned int>(decodedLength));
+    for (XMLSize_t i = 0; i < decodedLength; ++i) {
+        result.Push(static_cast<char>(decoded[i]));
+    }
+    return std::move(static_cast<Tavo::Array<char>&>(result));
+}
