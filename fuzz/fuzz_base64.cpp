@@ -3,12 +3,19 @@
 // never in a crash or a leak.
 #include "TavoXMLUtils/support/Base64Converter.hpp"
 
+#include <xercesc/util/PlatformUtils.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <string>
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    xercesc::XMLPlatformUtils::Initialize();
+    return 0;
+}
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     if (size > std::numeric_limits<unsigned int>::max() / 2) {

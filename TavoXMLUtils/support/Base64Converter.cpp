@@ -16,8 +16,12 @@ namespace {
 // Bytes are widened through a block of this many units, so that the string grows in few appends.
 constexpr unsigned int gWidenBlock = 4096;
 
-// Base64 gives its blocks from new[] when it has no memory manager.
-using XercesBytes = std::unique_ptr<XMLByte[]>;
+// Without a memory manager, the coder of Xerces-C++ 3.2 gives its blocks from plain operator new (not
+// new[]), so that is how they go back; array delete would not match the allocation.
+struct XercesBlockDelete {
+    void operator()(XMLByte* block) const noexcept { ::operator delete(block); }
+};
+using XercesBytes = std::unique_ptr<XMLByte, XercesBlockDelete>;
 
 } // namespace
 
@@ -64,7 +68,7 @@ Tavo::Array<char> Base64Converter::Decode(Tavo::UniString const& text) {
     }
     TavoXML::detail::ReservedArray<char> result(static_cast<unsigned int>(decodedLength));
     for (XMLSize_t i = 0; i < decodedLength; ++i) {
-        result.Push(static_cast<char>(decoded[i]));
+        result.Push(static_cast<char>(decoded.get()[i]));
     }
     return std::move(static_cast<Tavo::Array<char>&>(result));
 }

@@ -25,9 +25,12 @@ Tavo::UniString Encode(std::string const& bytes) {
 // What Base64::encode itself makes of the bytes, as text.
 std::u16string XercesEncode(std::string const& bytes) {
     XMLSize_t length = 0;
-    std::unique_ptr<XMLByte[]> const encoded(xercesc::Base64::encode(
-        reinterpret_cast<XMLByte const*>(bytes.data()), bytes.size(), &length, nullptr));
-    return encoded == nullptr ? std::u16string() : std::u16string(encoded.get(), encoded.get() + length);
+    XMLByte* const encoded = xercesc::Base64::encode(reinterpret_cast<XMLByte const*>(bytes.data()),
+                                                     bytes.size(), &length, nullptr);
+    std::u16string const text =
+        encoded == nullptr ? std::u16string() : std::u16string(encoded, encoded + length);
+    ::operator delete(encoded); // the coder allocates with plain operator new
+    return text;
 }
 
 } // namespace
