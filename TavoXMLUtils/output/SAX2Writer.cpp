@@ -18,9 +18,10 @@ constexpr XMLCh gEndElement[] = u"</";
 constexpr XMLCh gStartPI[] = u"<?";
 constexpr XMLCh gEndPI[] = u"?>";
 
-// The zero-length string, not XMLUni::fgEmptyString: that one is the keyword "EMPTY".
+// The zero-length string, not XMLUni::fgEmptyString: that one is the keyword "EMPTY". A parser never
+// passes null; a caller that does gets the local name alone rather than a crash in the comparison.
 bool IsEmptyURI(XMLCh const* uri) {
-    return xercesc::XMLString::compareIString(uri, xercesc::XMLUni::fgZeroLenString) == 0;
+    return uri == nullptr || xercesc::XMLString::compareIString(uri, xercesc::XMLUni::fgZeroLenString) == 0;
 }
 
 } // namespace

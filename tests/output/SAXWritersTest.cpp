@@ -7,8 +7,8 @@
 #include <xercesc/framework/MemBufFormatTarget.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLFormatter.hpp>
-#include <xercesc/internal/VecAttributesImpl.hpp>
 #include <xercesc/parsers/SAXParser.hpp>
+#include <xercesc/sax2/Attributes.hpp>
 #include <xercesc/sax2/SAX2XMLReader.hpp>
 #include <xercesc/sax2/XMLReaderFactory.hpp>
 #include <xercesc/util/TranscodingException.hpp>
@@ -17,6 +17,8 @@
 
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -33,6 +35,52 @@ struct MemoryFormatter {
     }
     MemBufFormatTarget target;
     XMLFormatter formatter;
+};
+
+// An attribute list given by hand: URI, local name, qualified name and value of each attribute.
+class HandAttributes final : public Attributes {
+public:
+    struct Entry {
+        char16_t const* uri;
+        char16_t const* localName;
+        char16_t const* qName;
+        char16_t const* value;
+    };
+    explicit HandAttributes(std::vector<Entry> entries) : entries(std::move(entries)) {}
+    XMLSize_t getLength() const override { return entries.size(); }
+    XMLCh const* getURI(XMLSize_t index) const override { return entries[index].uri; }
+    XMLCh const* getLocalName(XMLSize_t index) const override { return entries[index].localName; }
+    XMLCh const* getQName(XMLSize_t index) const override { return entries[index].qName; }
+    XMLCh const* getType(XMLSize_t) const override { return u"CDATA"; }
+    XMLCh const* getValue(XMLSize_t index) const override { return entries[index].value; }
+    bool getIndex(XMLCh const*, XMLCh const*, XMLSize_t&) const override { return false; }
+    int getIndex(XMLCh const*, XMLCh const*) const override { return -1; }
+    bool getIndex(XMLCh const*, XMLSize_t&) const override { return false; }
+    int getIndex(XMLCh const*) const override { return -1; }
+    XMLCh const* getType(XMLCh const*, XMLCh const*) const override { return nullptr; }
+    XMLCh const* getType(XMLCh const*) const override { return nullptr; }
+    XMLCh const* getValue(XMLCh const*, XMLCh const*) const override { return nullptr; }
+    XMLCh const* getValue(XMLCh const*) const override { return nullptr; }
+
+private:
+    std::vector<Entry> entries;
+};
+
+// The SAX1 form: names and values.
+class HandAttributeList final : public AttributeList {
+public:
+    explicit HandAttributeList(std::vector<std::pair<char16_t const*, char16_t const*>> entries)
+        : entries(std::move(entries)) {}
+    XMLSize_t getLength() const override { return entries.size(); }
+    XMLCh const* getName(XMLSize_t index) const override { return entries[index].first; }
+    XMLCh const* getType(XMLSize_t) const override { return u"CDATA"; }
+    XMLCh const* getValue(XMLSize_t index) const override { return entries[index].second; }
+    XMLCh const* getType(XMLCh const*) const override { return nullptr; }
+    XMLCh const* getValue(XMLCh const*) const override { return nullptr; }
+    XMLCh const* getValue(char const*) const override { return nullptr; }
+
+private:
+    std::vector<std::pair<char16_t const*, char16_t const*>> entries;
 };
 
 std::string const gDecl = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
@@ -103,20 +151,17 @@ TEST(SAXWriters, DeclarationComesFromTheConstructorInTheFormattersEncodingAndMod
         EXPECT_EQ(out.Bytes(), "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n");
     }
     {
-        // Under the attribute escapes the quotes of the declaration are escaped too.
+        // Under the formatter's attribute escapes the declaration is escaped too.
         MemoryFormatter out("UTF-8", XMLFormatter::AttrEscapes);
         TavoXML::SAX2Writer writer(out.formatter, true);
-        EXPECT_EQ(out.Bytes(), "<?xml version=&quot;1.0&quot; encoding=&quot;UTF-8&quot;?>\n");
+        EXPECT_EQ(out.Bytes(), "&lt;?xml version=&quot;1.0&quot; encoding=&quot;UTF-8&quot;?>&#xA;");
     }
 }
 
 TEST(SAXWriters, EventsByHand) {
     MemoryFormatter out;
     TavoXML::SAX2Writer expanded(out.formatter, true);
-    VecAttributesImpl attributes;
-    RefVectorOf<XMLAttr> list(2, true);
-    list.addElement(new XMLAttr(0, u"plain", u"", u"a\"<&'", XMLAttDef::CData));
-    attributes.setVector(&list, 1, nullptr);
+    HandAttributes const attributes({{u"", u"plain", u"plain", u"a\"<&'"}, {u"urn:a", u"l", u"p:l", u">"}});
     std::size_t const mark = out.Bytes().size();
     // An empty URI gives the local name alone; null counts as empty.
     expanded.startElement(u"", u"l", u"q:l", attributes);
@@ -130,8 +175,28 @@ TEST(SAXWriters, EventsByHand) {
     expanded.endElement(nullptr, u"l", u"q:l");
     expanded.startElement(u"urn:u", u"m", u"q:m", attributes);
     expanded.endElement(u"urn:u", u"m", u"q:m");
-    EXPECT_EQ(out.Bytes().substr(mark), "<l plain=\"a&quot;&lt;&amp;'\">&quot;x&quot; &lt;&amp;&gt; <&\n"
-                                        "<?t?><?t d <?></l><urn:u:m plain=\"a&quot;&lt;&amp;'\"></urn:u:m>");
+    EXPECT_EQ(out.Bytes().substr(mark),
+              "<l plain=\"a&quot;&lt;&amp;'\" urn:a:l=\">\">\"x\" &lt;&amp;&gt; <&\n"
+              "<?t?><?t d <?></l><urn:u:m plain=\"a&quot;&lt;&amp;'\" urn:a:l=\">\"></urn:u:m>");
+
+    // Qualified names ignore the URIs.
+    MemoryFormatter qualifiedOut;
+    TavoXML::SAX2Writer qualified(qualifiedOut.formatter, false);
+    qualified.startElement(u"urn:u", u"m", u"q:m", attributes);
+    qualified.endElement(u"urn:u", u"m", u"q:m");
+    EXPECT_EQ(qualifiedOut.Bytes(), gDecl + "<q:m plain=\"a&quot;&lt;&amp;'\" p:l=\">\"></q:m>");
+
+    // The SAX1 writer: names as given, the same escapes.
+    MemoryFormatter firstOut;
+    TavoXML::SAXWriter first(firstOut.formatter);
+    HandAttributeList list({{u"a", u"1\"<&'>"}, {u"b", u""}});
+    first.startElement(u"e", list);
+    first.characters(u"a\"<", 3);
+    first.ignorableWhitespace(u"<&", 2);
+    first.processingInstruction(u"t", nullptr);
+    first.processingInstruction(u"t", u"");
+    first.endElement(u"e");
+    EXPECT_EQ(firstOut.Bytes(), gDecl + "<e a=\"1&quot;&lt;&amp;'>\" b=\"\">a\"&lt;<&<?t?><?t ?></e>");
 }
 
 TEST(SAXWriters, FormatterExceptionsPassThrough) {

@@ -52,7 +52,7 @@ bool IsEscapeChar(XMLCh const* row, XMLCh unit) noexcept {
 // A transcoder that takes no unit of a non-empty piece (a lone leading surrogate at its end) would
 // otherwise loop for ever; it fails like an unrepresentable character.
 [[noreturn]] void ThrowNoProgress(std::source_location where = std::source_location::current()) {
-    std::string const file = SourceName(where);
+    std::string const file(SourceName(where));
     throw xercesc::TranscodingException(file.c_str(), where.line(), xercesc::XMLExcepts::Trans_BadSrcSeq,
                                         xercesc::XMLPlatformUtils::fgMemoryManager);
 }
