@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <utility>
 
@@ -49,15 +48,16 @@ Tavo::UniString Base64Converter::Encode(char const* data, unsigned int length) {
 }
 
 Tavo::Array<char> Base64Converter::Decode(Tavo::UniString const& text) {
-    // Base64::decode reads terminated bytes: each unit is narrowed to its low byte, without a test. A
-    // plain string holds them, since it narrows in one vectorised pass.
+    // Base64::decode reads terminated bytes: each unit is narrowed to its low byte, without a test, in
+    // one pass into a block that is not cleared first.
     std::u16string_view const units = text.View();
-    std::string bytes(units.size(), '\0');
-    std::transform(units.begin(), units.end(), bytes.begin(),
+    std::unique_ptr<char[]> const bytes = std::make_unique_for_overwrite<char[]>(units.size() + 1);
+    std::transform(units.begin(), units.end(), bytes.get(),
                    [](char16_t unit) { return static_cast<char>(Tavo::UniChar(unit)); });
+    bytes[units.size()] = '\0';
 
     XMLSize_t decodedLength = 0;
-    XercesBytes const decoded(Base64::decode(reinterpret_cast<XMLByte const*>(bytes.c_str()), &decodedLength,
+    XercesBytes const decoded(Base64::decode(reinterpret_cast<XMLByte const*>(bytes.get()), &decodedLength,
                                              nullptr, Base64::Conf_RFC2045));
     if (decoded == nullptr) {
         return {};
