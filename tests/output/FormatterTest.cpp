@@ -129,7 +129,7 @@ TEST(Formatter, EveryEncodingClassGivesItsExactBytes) {
     }
 }
 
-TEST(Formatter, MarkAndDeclarationFollowTheEncodingTable) {
+TEST(Formatter, MarkAndDeclarationByEncodingClass) {
     Document const empty = NewDocument();
     EXPECT_EQ(Format(empty.get(), u"UTF-8").bytes, gUTF8Head);
     EXPECT_EQ(Format(empty.get(), u"utf-8").bytes,
@@ -208,7 +208,7 @@ TEST(Formatter, AttributesEscapeQuotesAndLessThanAndKeepTabs) {
     EXPECT_EQ(BodyUTF8(root), "<r c=\"1&lt;&ent;&quot;2\"/>");
 }
 
-TEST(Formatter, EveryNodeKindAsItsTableRowSays) {
+TEST(Formatter, EveryNodeKindWritesItsOwnForm) {
     Document const document = NewDocument(u"r");
     DOMElement* root = document->getDocumentElement();
     root->appendChild(document->createElement(u"short"));
