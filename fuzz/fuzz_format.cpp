@@ -10,7 +10,11 @@
 //   name, a document type or for a surrogate (one reference per unit); those documents only have to
 //   format without a crash in ISO-8859-1;
 // - the declaration always says version 1.0, so a 1.1 document only has to format without a crash;
-// - a system identifier holding a double quote is written between double quotes.
+// - a system identifier holding a double quote is written between double quotes;
+// - the internal subset is written as the DOM gives it, and the parser rebuilds that text from the
+//   declarations, losing on the way the quotes of entity values (they come back as replacement text)
+//   and the "%" of parameter entities; a document whose subset declares entities or attribute lists
+//   therefore only has to format without a crash.
 #include "TavoXMLUtils/output/FormatXMLDoc.hpp"
 
 #include "TavoRoot/OChannel.hpp"
@@ -29,10 +33,11 @@
 #include <utility>
 #include <vector>
 
-// Xerces-C++ 3.2 itself leaks the half-built content model of a malformed element declaration; see
-// fuzz_parse.cpp.
+// Xerces-C++ 3.2 itself leaks the half-built content model of a malformed element declaration (see
+// fuzz_parse.cpp), of the children form and of the mixed form ("<!ELEMENT doc (#PCDATA%>").
 extern "C" char const* __lsan_default_suppressions() {
-    return "leak:xercesc_3_2::DTDScanner::scanChildren\n";
+    return "leak:xercesc_3_2::DTDScanner::scanChildren\n"
+           "leak:xercesc_3_2::DTDScanner::scanMixed\n";
 }
 extern "C" char const* __asan_default_options() {
     return "fast_unwind_on_malloc=0:malloc_context_size=8";
@@ -258,6 +263,14 @@ bool SystemIdHasQuote(DOMDocument const* document) {
     return type != nullptr && Text(type->getSystemId()).find(u'"') != std::u16string::npos;
 }
 
+// Whether the subset declares what changes the tree (entities, attribute defaults and types).
+bool SubsetShapesTree(DOMDocument const* original) {
+    DOMDocumentType const* type = original->getDoctype();
+    std::u16string const subset = type != nullptr ? Text(type->getInternalSubset()) : std::u16string();
+    return subset.find(u"<!ENTITY") != std::u16string::npos ||
+           subset.find(u"<!ATTLIST") != std::u16string::npos;
+}
+
 void Check(DOMDocument const* original, char16_t const* encoding, bool latin1) {
     Tavo::MemoryOChannel channel;
     if (!FormatXMLDoc(original, &channel, reinterpret_cast<unsigned short const*>(encoding), true)) {
@@ -265,7 +278,7 @@ void Check(DOMDocument const* original, char16_t const* encoding, bool latin1) {
         std::abort();
     }
     if (Text(original->getXmlVersion()) == u"1.1" || SystemIdHasQuote(original) ||
-        (latin1 && Latin1Unreadable(original))) {
+        SubsetShapesTree(original) || (latin1 && Latin1Unreadable(original))) {
         return;
     }
     std::string const& bytes = channel.GetData();

@@ -3,6 +3,7 @@
 #include "TavoXMLUtils/output/FormatXMLDoc.hpp"
 
 #include "common/GoldenFile.hpp"
+#include "common/TestData.hpp"
 #include "common/TestText.hpp"
 
 #include "TavoRoot/OChannel.hpp"
@@ -128,7 +129,7 @@ TEST(Formatter, EveryEncodingClassGivesItsExactBytes) {
     }
 }
 
-TEST(Formatter, MarkAndDeclarationFollowTheEncodingTable) {
+TEST(Formatter, MarkAndDeclarationByEncodingClass) {
     Document const empty = NewDocument();
     EXPECT_EQ(Format(empty.get(), u"UTF-8").bytes, gUTF8Head);
     EXPECT_EQ(Format(empty.get(), u"utf-8").bytes,
@@ -207,7 +208,7 @@ TEST(Formatter, AttributesEscapeQuotesAndLessThanAndKeepTabs) {
     EXPECT_EQ(BodyUTF8(root), "<r c=\"1&lt;&ent;&quot;2\"/>");
 }
 
-TEST(Formatter, EveryNodeKindAsItsTableRowSays) {
+TEST(Formatter, EveryNodeKindWritesItsOwnForm) {
     Document const document = NewDocument(u"r");
     DOMElement* root = document->getDocumentElement();
     root->appendChild(document->createElement(u"short"));
@@ -264,6 +265,25 @@ TEST(Formatter, DocumentTypesEntitiesAndEntityReferences) {
     EXPECT_EQ(BodyUTF8(declared->getNamedItem(u"u")),
               "<!ENTITY uPUBLIC \"-//P\"SYSTEM \"file:///u\"NDATA \"n\">\n");
     EXPECT_EQ(BodyUTF8(declared->getNamedItem(u"s")), "<!ENTITY sSYSTEM \"file:///s\">\n");
+}
+
+// Fuzzer findings: the internal subset is the text that the parser rebuilds from the declarations, and
+// the formatter writes it as it stands, even where that text no longer says what the source said.
+TEST(Formatter, InternalSubsetIsWrittenAsTheDOMGivesIt) {
+    struct Case {
+        char const* file;
+        char const* expected;
+    };
+    for (Case const& c : {Case{"output/fuzz/subset-entity-quote.xml",
+                               "<!DOCTYPE doc[\n<!ELEMENT doc (#PCDATA)>\n<!ENTITY e \"\"\">\n]>\n<doc/>\n"},
+                          Case{"output/fuzz/subset-parameter-entity.xml",
+                               "<!DOCTYPE doc[\n<!ELEMENT doc (#PCDATA)>\n<!ENTITY e \"<foo>\">\n<!ENTITY e "
+                               "\"\">\n]>\n<doc>&e;</doc>\n"}}) {
+        SCOPED_TRACE(c.file);
+        Document const document = Parse(TavoTest::ReadFileBytes(TavoTest::DataPath(c.file)), true);
+        ASSERT_NE(document, nullptr);
+        EXPECT_EQ(BodyUTF8(document.get()), c.expected);
+    }
 }
 
 TEST(Formatter, UnrepresentableCharactersBecomeReferencesEverywhere) {
