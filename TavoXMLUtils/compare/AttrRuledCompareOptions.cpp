@@ -32,9 +32,8 @@ xercesc::DOMAttr const* AttributeNamed(xercesc::DOMElement const* element, Tavo:
 
 bool ReadDouble(xercesc::DOMAttr const* attribute, double& value) noexcept {
     XMLCh const* const text = attribute->getValue();
-    return text != nullptr &&
-           Tavo::strtovalue(reinterpret_cast<unsigned short const*>(text), value, Tavo::ToValueStrict,
-                            Tavo::TrimWSBothEnds);
+    return text != nullptr && Tavo::strtovalue(reinterpret_cast<unsigned short const*>(text), value,
+                                               Tavo::ToValueStrict, Tavo::TrimWSBothEnds);
 }
 
 bool IsType(Tavo::UniString const& word, char const* type) {

@@ -48,7 +48,8 @@ public:
     // Sets the type word from the two elements' type attributes, then the tolerance.
     virtual void SetCurrentValueType(xercesc::DOMElement const* left, xercesc::DOMElement const* right);
     // Sets the tolerance from the two elements' tolerance attributes (for every type word and for none).
-    virtual void DoValueTypeSpecificUpdates(xercesc::DOMElement const* left, xercesc::DOMElement const* right);
+    virtual void DoValueTypeSpecificUpdates(xercesc::DOMElement const* left,
+                                            xercesc::DOMElement const* right);
 
 protected:
     AttrRuledCompareOptions(AttrRuledCompareOptions const& other) = default;

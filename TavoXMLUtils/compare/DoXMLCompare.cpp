@@ -45,14 +45,14 @@ xercesc::DOMTreeWalker* CreateWalker(xercesc::DOMNode const* root, xercesc::DOMN
 ParsedDocument ParseOrRefuse(Vesk::Location const& location) {
     NodeLocationInfo errorLocation;
     Tavo::UniString errorMessage;
-    ParsedDocument document(
-        ParseXMLDoc(location, xercesc::AbstractDOMParser::Val_Auto, true, nullptr, &errorLocation, &errorMessage));
+    ParsedDocument document(ParseXMLDoc(location, xercesc::AbstractDOMParser::Val_Auto, true, nullptr,
+                                        &errorLocation, &errorMessage));
     if (!document) {
         Tavo::UniString const name = location.ToDisplayText();
         detail::Throw<Tavo::TavoException>(
-            Tavo::UniString::PrintfFwd("The file \"%ls\" could not be parsed for the comparison (line %u): %ls",
-                                       name.GetUStr(), static_cast<unsigned int>(errorLocation.lineNumber),
-                                       errorMessage.GetUStr()),
+            Tavo::UniString::PrintfFwd(
+                "The file \"%ls\" could not be parsed for the comparison (line %u): %ls", name.GetUStr(),
+                static_cast<unsigned int>(errorLocation.lineNumber), errorMessage.GetUStr()),
             Tavo::GeneralError);
     }
     return document;
@@ -61,7 +61,8 @@ ParsedDocument ParseOrRefuse(Vesk::Location const& location) {
 } // namespace
 
 void DoXMLCompare(xercesc::DOMDocument const* left, xercesc::DOMDocument const* right,
-                  XMLNodeComparator* comparator, xercesc::DOMNodeFilter* filter, IXMLCompareOptions const& options) {
+                  XMLNodeComparator* comparator, xercesc::DOMNodeFilter* filter,
+                  IXMLCompareOptions const& options) {
     xercesc::DOMElement const* const leftRoot = left == nullptr ? nullptr : left->getDocumentElement();
     if (leftRoot == nullptr) {
         throw NoElementsInDocumentException(XMLCompareException::Left);
@@ -70,8 +71,8 @@ void DoXMLCompare(xercesc::DOMDocument const* left, xercesc::DOMDocument const* 
     if (rightRoot == nullptr) {
         throw NoElementsInDocumentException(XMLCompareException::Right);
     }
-    DoXMLCompare(static_cast<xercesc::DOMNode const*>(leftRoot), static_cast<xercesc::DOMNode const*>(rightRoot),
-                 comparator, filter, options);
+    DoXMLCompare(static_cast<xercesc::DOMNode const*>(leftRoot),
+                 static_cast<xercesc::DOMNode const*>(rightRoot), comparator, filter, options);
 }
 
 void DoXMLCompare(xercesc::DOMNode const* left, xercesc::DOMNode const* right, XMLNodeComparator* comparator,

@@ -52,7 +52,8 @@ void StrictOrderAutoValueCompareOptions::CompareSpecialTypeNodes(xercesc::DOMNod
     throw NotSupportedNodeTypesException(left, right);
 }
 
-XMLValueComparator* StrictOrderAutoValueCompareOptions::GetAttributeValueComparator(xercesc::DOMAttr const*) const {
+XMLValueComparator*
+StrictOrderAutoValueCompareOptions::GetAttributeValueComparator(xercesc::DOMAttr const*) const {
     return new XMLCompareAuto();
 }
 

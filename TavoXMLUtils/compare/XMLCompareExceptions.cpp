@@ -3,6 +3,7 @@
 #include "Vesk/Name.hpp"
 
 #include <xercesc/dom/DOMAttr.hpp>
+#include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMNode.hpp>
 #include <xercesc/dom/DOMText.hpp>
 
@@ -19,12 +20,14 @@ using xercesc::DOMNode;
 constexpr unsigned int gURLPrefixLength = 7;
 
 char const gUndefinedFormat[] = "Diff at nodes:\n\t- %s\n\t- %s\n\tUndefined problem.";
-char const gAttributeMissingFormat[] = "Diff at nodes:\n\t- %s\n\t- %s\n\tMissing attribute \"%s\" on the %s.";
+char const gAttributeMissingFormat[] =
+    "Diff at nodes:\n\t- %s\n\t- %s\n\tMissing attribute \"%s\" on the %s.";
 char const gAttributesDontMatchFormat[] =
     "Diff at nodes:\n\t- %s\n\t- %s\n\tValues of attribute \"%s\" don't match: \"%s\" and \"%s\".";
 char const gNodeNamesFormat[] = "Diff at nodes:\n\t- %s\n\t- %s\n\tNode names don't match.";
 char const gNodeTypesFormat[] =
-    "Node type mismatch at nodes:\n\t- %s\n\t- %s\n\tThe nodes are not the same type.\n\tLeft node is type %d "
+    "Node type mismatch at nodes:\n\t- %s\n\t- %s\n\tThe nodes are not the same type.\n\tLeft node is type "
+    "%d "
     "and the right node is type %d (see enum \"NodeType\" for their meaning).\n\tYou can skip these node "
     "types by rejecting themin the NodeFilter object given to the TreeWalker.";
 char const gNotSupportedFormat[] =
@@ -34,7 +37,8 @@ char const gNotSupportedFormat[] =
 char const gMoreChildrenFormat[] = "Diff at nodes:\n\t- %s\n\t- %s\n\tThe node on the %s has more children.";
 char const gElementTextFormat[] = "Node type mismatch at nodes:\n\t- %s\n\t- %s\n\tOne node is Element, the "
                                   "other is Text.\n\tThe value of the text is \"%s\".";
-char const gTextValuesFormat[] = "Diff at nodes:\n\t- %s\n\t- %s\n\tText node values \"%s\" and \"%s\" don't match.";
+char const gTextValuesFormat[] =
+    "Diff at nodes:\n\t- %s\n\t- %s\n\tText node values \"%s\" and \"%s\" don't match.";
 char const gNoElementsFormat[] = "There is no valid element in the XML-document on the %s.";
 
 // The names from the document element (or the topmost ancestor) down to `node`; the document node
@@ -142,9 +146,11 @@ AttributesDontMatchException::AttributesDontMatchException(DOMNode const* left, 
                                                            xercesc::DOMAttr const* leftAttribute,
                                                            xercesc::DOMAttr const* rightAttribute)
     : XMLCompareException(left, right),
-      attributeName(leftAttribute == nullptr ? Tavo::UniString() : Tavo::UniString(leftAttribute->getNodeName())),
+      attributeName(leftAttribute == nullptr ? Tavo::UniString()
+                                             : Tavo::UniString(leftAttribute->getNodeName())),
       leftValue(leftAttribute == nullptr ? Tavo::UniString() : Tavo::UniString(leftAttribute->getValue())),
-      rightValue(rightAttribute == nullptr ? Tavo::UniString() : Tavo::UniString(rightAttribute->getValue())) {}
+      rightValue(rightAttribute == nullptr ? Tavo::UniString()
+                                           : Tavo::UniString(rightAttribute->getValue())) {}
 
 Tavo::UniString AttributesDontMatchException::GetText() const {
     Tavo::UniString::CStrHolder const name = Narrow(attributeName);
@@ -174,16 +180,16 @@ Tavo::UniString NotSupportedNodeTypesException::GetText() const {
     return FormatWithPaths(*this, gNotSupportedFormat, leftType, rightType);
 }
 
-OneNodeHasMoreChildrenThanTheOtherException::OneNodeHasMoreChildrenThanTheOtherException(DOMNode const* left,
-                                                                                         DOMNode const* right,
-                                                                                         Side whichHasMoreChildren)
+OneNodeHasMoreChildrenThanTheOtherException::OneNodeHasMoreChildrenThanTheOtherException(
+    DOMNode const* left, DOMNode const* right, Side whichHasMoreChildren)
     : XMLCompareException(left, right), whichHasMoreChildren(whichHasMoreChildren) {}
 
 Tavo::UniString OneNodeHasMoreChildrenThanTheOtherException::GetText() const {
     return FormatWithPaths(*this, gMoreChildrenFormat, SideWord(whichHasMoreChildren));
 }
 
-OneNodeIsElementOneIsTextException::OneNodeIsElementOneIsTextException(DOMNode const* left, DOMNode const* right)
+OneNodeIsElementOneIsTextException::OneNodeIsElementOneIsTextException(DOMNode const* left,
+                                                                       DOMNode const* right)
     : NodeTypesDontMatchException(left, right),
       textValue(NodeValue(NodeType(left) == DOMNode::TEXT_NODE ? left : right)) {}
 

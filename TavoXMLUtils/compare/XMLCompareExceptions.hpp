@@ -106,7 +106,8 @@ class TAVOXMLUTILS_API AttributesDontMatchException : public XMLCompareException
 public:
     // The name is the left attribute's.
     AttributesDontMatchException(xercesc::DOMNode const* left, xercesc::DOMNode const* right,
-                                 xercesc::DOMAttr const* leftAttribute, xercesc::DOMAttr const* rightAttribute);
+                                 xercesc::DOMAttr const* leftAttribute,
+                                 xercesc::DOMAttr const* rightAttribute);
     Tavo::UniString GetText() const override;
 
     Tavo::UniString GetAttributeName() const { return attributeName; }

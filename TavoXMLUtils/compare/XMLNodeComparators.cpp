@@ -170,8 +170,8 @@ void XMLNodeComparator::CompareElementChildren(DOMElement const* left, DOMElemen
             Require(options->Clone(), "The compare options gave no clone.").release());
         childOptions = clone.Get();
     }
-    std::unique_ptr<XMLNodeComparator> const child =
-        Require(childOptions->PrepareNodeComparator(left, right), "The compare options gave no node comparator.");
+    std::unique_ptr<XMLNodeComparator> const child = Require(childOptions->PrepareNodeComparator(left, right),
+                                                             "The compare options gave no node comparator.");
     child->depth = depth + 1;
     // The walkers stand on the pair already; CompareNodes reads them there and puts them back there.
     child->CompareNodes(leftWalker, rightWalker, *childOptions);
@@ -190,7 +190,8 @@ void XMLNodeComparator::CompareAttributes(DOMElement const* left, DOMElement con
         if (attribute == nullptr || !options.AcceptAttribute(attribute)) {
             continue;
         }
-        DOMAttr const* const rightAttribute = detail::AsAttr(rightMap->getNamedItem(attribute->getNodeName()));
+        DOMAttr const* const rightAttribute =
+            detail::AsAttr(rightMap->getNamedItem(attribute->getNodeName()));
         if (rightAttribute == nullptr) {
             throw AttributeMissingException(left, right, attribute, XMLCompareException::Right);
         }
@@ -239,7 +240,8 @@ void XMLCompareRotatedOrder::WalkThrough() {
 }
 
 void XMLCompareNoOrder::WalkThrough() {
-    throw Tavo::TavoException("No-order walkthrough not yet supported.", nullptr, 0, nullptr, Tavo::GeneralError);
+    throw Tavo::TavoException("No-order walkthrough not yet supported.", nullptr, 0, nullptr,
+                              Tavo::GeneralError);
 }
 
 } // namespace TavoXML

@@ -53,7 +53,8 @@ public:
     // Compares the two nodes the walkers stand on: for elements the names, then the attributes, then the
     // children by WalkThrough; for texts the values; equal special types by the options. Returns with
     // both walkers where they stood.
-    void CompareNodes(xercesc::DOMTreeWalker* left, xercesc::DOMTreeWalker* right, IXMLCompareOptions& options);
+    void CompareNodes(xercesc::DOMTreeWalker* left, xercesc::DOMTreeWalker* right,
+                      IXMLCompareOptions& options);
     // Compares the accepted attributes of two elements in any order; names are looked up exactly.
     static void CompareAttributes(xercesc::DOMElement const* left, xercesc::DOMElement const* right,
                                   IXMLCompareOptions const& options);

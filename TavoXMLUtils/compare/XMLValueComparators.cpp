@@ -92,7 +92,7 @@ char16_t const* XMLValueComparator::RightChars() const noexcept {
         return rightString.GetU16Str();
     }
     return rightText == nullptr || rightText->getNodeValue() == nullptr ? gEmptyText
-                                                                         : rightText->getNodeValue();
+                                                                        : rightText->getNodeValue();
 }
 
 std::u16string_view XMLValueComparator::LeftView() const noexcept {

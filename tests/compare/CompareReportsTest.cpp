@@ -40,8 +40,9 @@ TEST(CompareReports, AttributeReportsNameTheElementsAndTheAttribute) {
     EXPECT_EQ(onLeft->GetWhereItIsMissing(), XMLCompareException::Left);
     EXPECT_NE(Utf8(onLeft->GetText()).find("Missing attribute \"id\" on the left."), std::string::npos);
 
-    auto const values = Catch<TavoXML::AttributesDontMatchException>(
-        [] { CompareAuto(R"(<root><item id="1" unit="mm"/></root>)", R"(<root><item unit="cm" id="1"/></root>)"); });
+    auto const values = Catch<TavoXML::AttributesDontMatchException>([] {
+        CompareAuto(R"(<root><item id="1" unit="mm"/></root>)", R"(<root><item unit="cm" id="1"/></root>)");
+    });
     ASSERT_TRUE(values);
     EXPECT_EQ(Utf8(values->GetAttributeName()), "unit");
     EXPECT_EQ(Utf8(values->GetAttributeValue(XMLCompareException::Left)), "mm");
@@ -85,10 +86,12 @@ TEST(CompareReports, TextReportsUseTheParentsPathsAndKeepTheValuesAsTheyAre) {
 
     // A text of several lines stands in the message unescaped and uncut; characters that the default
     // character code lacks become '?' in the text but stay whole in the accessors.
-    auto const lines = Catch<TavoXML::TextNodeValuesDontMatchException>(
-        [] { CompareAuto("<a>first\nsecond &amp; third</a>", "<a>caf\xC3\xA9 \xE2\x82\xAC \xE2\x9C\x93</a>"); });
+    auto const lines = Catch<TavoXML::TextNodeValuesDontMatchException>([] {
+        CompareAuto("<a>first\nsecond &amp; third</a>", "<a>caf\xC3\xA9 \xE2\x82\xAC \xE2\x9C\x93</a>");
+    });
     ASSERT_TRUE(lines);
-    EXPECT_EQ(Utf8(lines->GetTextNodeValue(XMLCompareException::Right)), "caf\xC3\xA9 \xE2\x82\xAC \xE2\x9C\x93");
+    EXPECT_EQ(Utf8(lines->GetTextNodeValue(XMLCompareException::Right)),
+              "caf\xC3\xA9 \xE2\x82\xAC \xE2\x9C\x93");
     ExpectGoldenText(*lines, "TextNodeValuesDontMatchException.lines");
 
     auto const mixed = Catch<TavoXML::OneNodeIsElementOneIsTextException>(
@@ -109,8 +112,8 @@ TEST(CompareReports, TextReportsUseTheParentsPathsAndKeepTheValuesAsTheyAre) {
 }
 
 TEST(CompareReports, TypeReportsAndTheirHandlers) {
-    auto const types = Catch<TavoXML::NodeTypesDontMatchException>(
-        [] { CompareAuto("<a><![CDATA[x]]></a>", "<a>x</a>"); });
+    auto const types =
+        Catch<TavoXML::NodeTypesDontMatchException>([] { CompareAuto("<a><![CDATA[x]]></a>", "<a>x</a>"); });
     ASSERT_TRUE(types);
     EXPECT_EQ(types->GetNodeType(XMLCompareException::Left), 4);
     EXPECT_EQ(types->GetNodeType(XMLCompareException::Right), 3);

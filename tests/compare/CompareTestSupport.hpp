@@ -29,15 +29,16 @@ inline TavoTest::ParsedDocument Parse(std::string const& xml) {
 }
 
 // Compares two documents given as text with a strict comparator at the root.
-inline void Compare(std::string const& left, std::string const& right, TavoXML::IXMLCompareOptions const& options,
-                    xercesc::DOMNodeFilter* filter = nullptr) {
+inline void Compare(std::string const& left, std::string const& right,
+                    TavoXML::IXMLCompareOptions const& options, xercesc::DOMNodeFilter* filter = nullptr) {
     TavoTest::ParsedDocument const l = Parse(left);
     TavoTest::ParsedDocument const r = Parse(right);
     TavoXML::XMLCompareStrictOrder comparator;
     TavoXML::DoXMLCompare(l.Get(), r.Get(), &comparator, filter, options);
 }
 
-inline void CompareAuto(std::string const& left, std::string const& right, xercesc::DOMNodeFilter* filter = nullptr) {
+inline void CompareAuto(std::string const& left, std::string const& right,
+                        xercesc::DOMNodeFilter* filter = nullptr) {
     Compare(left, right, TavoXML::StrictOrderAutoValueCompareOptions(), filter);
 }
 
