@@ -28,6 +28,8 @@ namespace TavoXML {
 
 class TAVOXMLUTILS_API AttrRuledCompareOptions : public StrictOrderAutoValueCompareOptions {
 public:
+    // A copy is a new object, with no references yet.
+    AttrRuledCompareOptions(AttrRuledCompareOptions const& other) = default;
     AttrRuledCompareOptions();
     ~AttrRuledCompareOptions() override;
 
@@ -52,7 +54,6 @@ public:
                                             xercesc::DOMElement const* right);
 
 protected:
-    AttrRuledCompareOptions(AttrRuledCompareOptions const& other) = default;
     // The type word in force for the current element pair; empty for none.
     Tavo::UniString GetCurrentValueType() const { return currentValueType; }
 

@@ -21,6 +21,8 @@ class TAVOXMLUTILS_API StrictOrderAutoValueCompareOptions : public IXMLCompareOp
 public:
     static constexpr double kDefaultDoubleEps = 1e-05;
 
+    // A copy is a new object, with no references yet.
+    StrictOrderAutoValueCompareOptions(StrictOrderAutoValueCompareOptions const& other) = default;
     StrictOrderAutoValueCompareOptions() = default;
     ~StrictOrderAutoValueCompareOptions() override;
 
@@ -38,9 +40,6 @@ public:
 
     // Reals closer than this are equal; 0 asks for exact equality, a negative value makes all differ.
     virtual void SetDoubleEps(double eps);
-
-protected:
-    StrictOrderAutoValueCompareOptions(StrictOrderAutoValueCompareOptions const& other) = default;
 
 private:
     double doubleEps = kDefaultDoubleEps;
