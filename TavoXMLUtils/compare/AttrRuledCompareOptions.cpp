@@ -8,7 +8,9 @@
 #include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/util/XMLString.hpp>
 
+#include <algorithm>
 #include <cmath>
+#include <string_view>
 
 namespace TavoXML {
 
@@ -16,9 +18,9 @@ namespace {
 
 char const gDefaultEpsAtt[] = "tavo_eps";
 char const gDefaultTypeDeciderAtt[] = "tavo_type";
-char const gIntType[] = "int";
-char const gDoubleType[] = "double";
-char const gStringType[] = "string";
+constexpr std::u16string_view gIntType = u"int";
+constexpr std::u16string_view gDoubleType = u"double";
+constexpr std::u16string_view gStringType = u"string";
 
 // Two tolerances given on both elements must agree this closely to count.
 constexpr double gEpsAgreement = 1e-12;
@@ -36,8 +38,9 @@ bool ReadDouble(xercesc::DOMAttr const* attribute, double& value) noexcept {
                                                Tavo::ToValueStrict, Tavo::TrimWSBothEnds);
 }
 
-bool IsType(Tavo::UniString const& word, char const* type) {
-    return word.IsEqual(Tavo::UniString(type), Tavo::CaseInsensitive);
+// Tavo::UniString::IsEqual without regard to case, against a constant: no string is made per text.
+bool IsType(Tavo::UniString const& word, std::u16string_view type) noexcept {
+    return std::ranges::equal(word.View(), type, {}, Tavo::ToLowerCase, Tavo::ToLowerCase);
 }
 
 } // namespace

@@ -1,12 +1,12 @@
 #include "TavoXMLUtils/compare/XMLNodeComparators.hpp"
 
-#include "TavoRoot/HashSet.hpp"
 #include "TavoRoot/SharedPtr.hpp"
 #include "TavoRoot/TavoException.hpp"
 #include "TavoRoot/XMLTypes.hpp"
 #include "TavoXMLUtils/compare/IXMLCompareOptions.hpp"
 #include "TavoXMLUtils/compare/XMLCompareExceptions.hpp"
 #include "TavoXMLUtils/compare/XMLValueComparators.hpp"
+#include "TavoXMLUtils/compare/internal/MatchedAttributeNames.hpp"
 #include "TavoXMLUtils/compare/internal/NodeCasts.hpp"
 #include "TavoXMLUtils/support/internal/Throw.hpp"
 
@@ -184,7 +184,7 @@ void XMLNodeComparator::CompareAttributes(DOMElement const* left, DOMElement con
     }
     xercesc::DOMNamedNodeMap const* const leftMap = left->getAttributes();
     xercesc::DOMNamedNodeMap const* const rightMap = right->getAttributes();
-    Tavo::HashSet<Tavo::UniString> matched;
+    detail::MatchedAttributeNames matched(leftMap);
     for (XMLSize_t i = 0; i < leftMap->getLength(); ++i) {
         DOMAttr const* const attribute = detail::AsAttr(leftMap->item(i));
         if (attribute == nullptr || !options.AcceptAttribute(attribute)) {
@@ -200,11 +200,14 @@ void XMLNodeComparator::CompareAttributes(DOMElement const* left, DOMElement con
         if (!AttributeValuesEqual(*comparator, attribute, rightAttribute, options)) {
             throw AttributesDontMatchException(left, right, attribute, rightAttribute);
         }
-        matched.Add(Tavo::UniString(attribute->getNodeName()));
+        matched.Add(i);
+    }
+    if (matched.CoverAll(rightMap->getLength())) {
+        return;
     }
     for (XMLSize_t i = 0; i < rightMap->getLength(); ++i) {
         DOMAttr const* const attribute = detail::AsAttr(rightMap->item(i));
-        if (attribute != nullptr && !matched.Contains(Tavo::UniString(attribute->getNodeName())) &&
+        if (attribute != nullptr && !matched.Contains(attribute->getNodeName()) &&
             options.AcceptAttribute(attribute)) {
             throw AttributeMissingException(left, right, attribute, XMLCompareException::Left);
         }

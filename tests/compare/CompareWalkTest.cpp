@@ -261,3 +261,24 @@ TEST(CompareWalk, DepthIsBoundedWithAClearRefusal) {
         EXPECT_EQ(Live::options + Live::nodeComparators + Live::valueComparators, 0);
     }
 }
+
+TEST(CompareWalk, ManyAttributesInAnyOrder) {
+    // More attributes than the first pass marks by position: the rest are remembered by name.
+    std::string forward;
+    std::string backward;
+    for (int i = 0; i < 70; ++i) {
+        forward += " a" + std::to_string(i) + "='" + std::to_string(i) + "'";
+        backward = " a" + std::to_string(i) + "='" + std::to_string(i) + ".0'" + backward;
+    }
+    EXPECT_TRUE(EqualAuto("<e" + forward + "/>", "<e" + backward + "/>"));
+    auto const extra = Catch<TavoXML::AttributeMissingException>(
+        [&] { CompareAuto("<e" + forward + "/>", "<e" + backward + " z='1'/>"); });
+    ASSERT_TRUE(extra);
+    EXPECT_EQ(TavoTest::Utf8(extra->GetAttributeName()), "z");
+    EXPECT_EQ(extra->GetWhereItIsMissing(), XMLCompareException::Left);
+    auto const lacking = Catch<TavoXML::AttributeMissingException>(
+        [&] { CompareAuto("<e" + forward + " a99='1'/>", "<e" + backward + "/>"); });
+    ASSERT_TRUE(lacking);
+    EXPECT_EQ(TavoTest::Utf8(lacking->GetAttributeName()), "a99");
+    EXPECT_EQ(lacking->GetWhereItIsMissing(), XMLCompareException::Right);
+}

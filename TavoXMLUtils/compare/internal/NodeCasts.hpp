@@ -1,6 +1,7 @@
 // Checked casts from DOMNode to the node classes of a comparison: the result is null unless the node
-// has the type and is of the class, so a node of another DOM or kind never reaches code that assumes
-// the class. Library-internal.
+// has the type. The DOM of Xerces-C++ gives every node of these types the class, so the type test is
+// the check; a dynamic_cast would compare type names across libraries for every node of a walk.
+// Library-internal.
 #pragma once
 
 #include <xercesc/dom/DOMAttr.hpp>
@@ -12,19 +13,19 @@ namespace TavoXML::detail {
 
 inline xercesc::DOMText const* AsText(xercesc::DOMNode const* node) noexcept {
     return node != nullptr && node->getNodeType() == xercesc::DOMNode::TEXT_NODE
-               ? dynamic_cast<xercesc::DOMText const*>(node)
+               ? static_cast<xercesc::DOMText const*>(node)
                : nullptr;
 }
 
 inline xercesc::DOMAttr const* AsAttr(xercesc::DOMNode const* node) noexcept {
     return node != nullptr && node->getNodeType() == xercesc::DOMNode::ATTRIBUTE_NODE
-               ? dynamic_cast<xercesc::DOMAttr const*>(node)
+               ? static_cast<xercesc::DOMAttr const*>(node)
                : nullptr;
 }
 
 inline xercesc::DOMElement const* AsElement(xercesc::DOMNode const* node) noexcept {
     return node != nullptr && node->getNodeType() == xercesc::DOMNode::ELEMENT_NODE
-               ? dynamic_cast<xercesc::DOMElement const*>(node)
+               ? static_cast<xercesc::DOMElement const*>(node)
                : nullptr;
 }
 
