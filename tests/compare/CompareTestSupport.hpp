@@ -42,18 +42,12 @@ inline void CompareAuto(std::string const& left, std::string const& right,
     Compare(left, right, TavoXML::StrictOrderAutoValueCompareOptions(), filter);
 }
 
-inline bool EqualAuto(std::string const& left, std::string const& right) {
+// Whether the two documents compare equal under the options (the automatic ones by default).
+inline bool
+Equal(std::string const& left, std::string const& right,
+      TavoXML::IXMLCompareOptions const& options = TavoXML::StrictOrderAutoValueCompareOptions()) {
     try {
-        CompareAuto(left, right);
-        return true;
-    } catch (TavoXML::XMLCompareException const&) {
-        return false;
-    }
-}
-
-inline bool EqualRuled(std::string const& left, std::string const& right) {
-    try {
-        Compare(left, right, TavoXML::AttrRuledCompareOptions());
+        Compare(left, right, options);
         return true;
     } catch (TavoXML::XMLCompareException const&) {
         return false;

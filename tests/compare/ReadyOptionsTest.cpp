@@ -14,15 +14,12 @@ using namespace CompareTest;
 
 namespace {
 
-bool EqualWithEps(std::string const& left, std::string const& right, double eps) {
+using Ruled = TavoXML::AttrRuledCompareOptions;
+
+TavoXML::StrictOrderAutoValueCompareOptions WithEps(double eps) {
     TavoXML::StrictOrderAutoValueCompareOptions options;
     options.SetDoubleEps(eps);
-    try {
-        Compare(left, right, options);
-        return true;
-    } catch (TavoXML::XMLCompareException const&) {
-        return false;
-    }
+    return options;
 }
 
 // Ruled options that keep the two steering attributes out of the attribute comparison, so that the
@@ -36,15 +33,6 @@ public:
     }
 };
 
-bool EqualSteered(std::string const& left, std::string const& right) {
-    try {
-        Compare(left, right, SteeringOnlyOptions());
-        return true;
-    } catch (TavoXML::XMLCompareException const&) {
-        return false;
-    }
-}
-
 } // namespace
 
 TEST(ReadyOptions, PlainPolicyAndItsTolerance) {
@@ -56,26 +44,28 @@ TEST(ReadyOptions, PlainPolicyAndItsTolerance) {
     EXPECT_EQ(clone->GetDoubleEps(), 1e-05); // a clone is a copy, not a view
     EXPECT_EQ(std::unique_ptr<TavoXML::IXMLCompareOptions>(options.Clone())->GetDoubleEps(), 0.25);
 
-    EXPECT_TRUE(EqualAuto("<v>1</v>", "<v>1.0</v>"));
-    EXPECT_TRUE(EqualAuto("<v>1</v>", "<v>1.000001</v>"));
-    EXPECT_FALSE(EqualAuto("<v>1</v>", "<v>1.00001</v>"));
-    EXPECT_FALSE(EqualWithEps("<v>1.0</v>", "<v>1.000001</v>", 0));
-    EXPECT_TRUE(EqualWithEps("<v>1.0</v>", "<v>1.00</v>", 0));
-    EXPECT_TRUE(EqualWithEps("<v a='10'>10</v>", "<v a='10.4'>10.4</v>", 0.5)); // attributes and texts alike
-    EXPECT_FALSE(EqualAuto("<v>abc</v>", "<v>1</v>"));
-    EXPECT_TRUE(EqualAuto("<Item><SUB/></Item>", "<item><sub/></item>"));
+    EXPECT_TRUE(Equal("<v>1</v>", "<v>1.0</v>"));
+    EXPECT_TRUE(Equal("<v>1</v>", "<v>1.000001</v>"));
+    EXPECT_FALSE(Equal("<v>1</v>", "<v>1.00001</v>"));
+    EXPECT_FALSE(Equal("<v>1.0</v>", "<v>1.000001</v>", WithEps(0)));
+    EXPECT_TRUE(Equal("<v>1.0</v>", "<v>1.00</v>", WithEps(0)));
+    EXPECT_TRUE(
+        Equal("<v a='10'>10</v>", "<v a='10.4'>10.4</v>", WithEps(0.5))); // attributes and texts alike
+    EXPECT_FALSE(Equal("<v>abc</v>", "<v>1</v>"));
+    EXPECT_TRUE(Equal("<Item><SUB/></Item>", "<item><sub/></item>"));
 }
 
 TEST(ReadyOptions, TypeWordsChooseTheComparisonOfTheTextsBelow) {
-    EXPECT_FALSE(EqualRuled("<v tavo_type='int'>x</v>", "<v tavo_type='int'>x</v>"));
-    EXPECT_FALSE(EqualRuled("<v tavo_type='int'>1</v>", "<v tavo_type='int'>1.0</v>"));
-    EXPECT_TRUE(EqualRuled("<v tavo_type='INT'>7</v>", "<v tavo_type='int'> 7</v>")); // words without case
-    EXPECT_FALSE(EqualRuled("<v tavo_type='string'>1.0</v>", "<v tavo_type='string'>1.00</v>"));
-    EXPECT_TRUE(EqualRuled("<v tavo_type='string'>Abc</v>", "<v tavo_type='string'>aBC </v>"));
-    EXPECT_FALSE(EqualRuled("<v tavo_type='double'>abc</v>", "<v tavo_type='double'>abc</v>"));
-    EXPECT_TRUE(EqualRuled("<v tavo_type='double'>2</v>", "<v tavo_type='double'>2.000001</v>"));
+    EXPECT_FALSE(Equal("<v tavo_type='int'>x</v>", "<v tavo_type='int'>x</v>", Ruled()));
+    EXPECT_FALSE(Equal("<v tavo_type='int'>1</v>", "<v tavo_type='int'>1.0</v>", Ruled()));
     EXPECT_TRUE(
-        EqualRuled("<v tavo_type='date'>1.0</v>", "<v tavo_type='date'>1.00</v>")); // unknown: automatic
+        Equal("<v tavo_type='INT'>7</v>", "<v tavo_type='int'> 7</v>", Ruled())); // words without case
+    EXPECT_FALSE(Equal("<v tavo_type='string'>1.0</v>", "<v tavo_type='string'>1.00</v>", Ruled()));
+    EXPECT_TRUE(Equal("<v tavo_type='string'>Abc</v>", "<v tavo_type='string'>aBC </v>", Ruled()));
+    EXPECT_FALSE(Equal("<v tavo_type='double'>abc</v>", "<v tavo_type='double'>abc</v>", Ruled()));
+    EXPECT_TRUE(Equal("<v tavo_type='double'>2</v>", "<v tavo_type='double'>2.000001</v>", Ruled()));
+    EXPECT_TRUE(
+        Equal("<v tavo_type='date'>1.0</v>", "<v tavo_type='date'>1.00</v>", Ruled())); // unknown: automatic
     // Differing words: the attribute itself differs first.
     auto const words = Catch<TavoXML::AttributesDontMatchException>([] {
         Compare("<v tavo_type='int'>1</v>", "<v tavo_type='double'>1</v>",
@@ -84,16 +74,17 @@ TEST(ReadyOptions, TypeWordsChooseTheComparisonOfTheTextsBelow) {
     ASSERT_TRUE(words);
     EXPECT_EQ(TavoTest::Utf8(words->GetAttributeName()), "tavo_type");
     // A word holds for the element's own texts only, not for its children's.
-    EXPECT_TRUE(EqualRuled("<v tavo_type='string'><w>1.0</w></v>", "<v tavo_type='string'><w>1.00</w></v>"));
+    EXPECT_TRUE(
+        Equal("<v tavo_type='string'><w>1.0</w></v>", "<v tavo_type='string'><w>1.00</w></v>", Ruled()));
     // With the attributes kept out of the attribute comparison, the one-sided and differing rules show.
-    EXPECT_FALSE(EqualSteered("<v tavo_type='string'>1.0</v>", "<v>1.00</v>"));
-    EXPECT_TRUE(EqualSteered("<v tavo_type='int'>1.0</v>", "<v tavo_type='string'>1.00</v>"));
+    EXPECT_FALSE(Equal("<v tavo_type='string'>1.0</v>", "<v>1.00</v>", SteeringOnlyOptions()));
+    EXPECT_TRUE(Equal("<v tavo_type='int'>1.0</v>", "<v tavo_type='string'>1.00</v>", SteeringOnlyOptions()));
 }
 
 TEST(ReadyOptions, ToleranceAttributeHoldsForTheSubtreeOnly) {
     // The subtree of the element passes; its sibling and its parent start from the parent's tolerance.
     std::string const left = "<r><a tavo_eps='0.1'><b>1.0</b><c x='1.0'/></a><d>1.0</d></r>";
-    EXPECT_TRUE(EqualRuled(left, "<r><a tavo_eps='0.1'><b>1.05</b><c x='1.05'/></a><d>1.0</d></r>"));
+    EXPECT_TRUE(Equal(left, "<r><a tavo_eps='0.1'><b>1.05</b><c x='1.05'/></a><d>1.0</d></r>", Ruled()));
     auto const sibling = Catch<TavoXML::TextNodeValuesDontMatchException>([&] {
         Compare(left, "<r><a tavo_eps='0.1'><b>1.05</b><c x='1.0'/></a><d>1.05</d></r>",
                 TavoXML::AttrRuledCompareOptions());
@@ -101,16 +92,17 @@ TEST(ReadyOptions, ToleranceAttributeHoldsForTheSubtreeOnly) {
     ASSERT_TRUE(sibling);
     EXPECT_EQ(Path(*sibling, TavoXML::XMLCompareException::Left), "r/d");
     // A descendant sets another; the root's own tolerance reaches the whole tree.
-    EXPECT_FALSE(EqualRuled("<r tavo_eps='0.1'><a tavo_eps='0.01'>1.0</a></r>",
-                            "<r tavo_eps='0.1'><a tavo_eps='0.01'>1.05</a></r>"));
-    EXPECT_TRUE(EqualRuled("<r tavo_eps='0.1'><a>1.0</a></r>", "<r tavo_eps='0.1'><a>1.05</a></r>"));
+    EXPECT_FALSE(Equal("<r tavo_eps='0.1'><a tavo_eps='0.01'>1.0</a></r>",
+                       "<r tavo_eps='0.1'><a tavo_eps='0.01'>1.05</a></r>", Ruled()));
+    EXPECT_TRUE(Equal("<r tavo_eps='0.1'><a>1.0</a></r>", "<r tavo_eps='0.1'><a>1.05</a></r>", Ruled()));
     // A value that is no number leaves the tolerance as it was; 0 asks for exact equality.
-    EXPECT_TRUE(EqualRuled("<r tavo_eps='wide'>1</r>", "<r tavo_eps='wide'>1.000001</r>"));
-    EXPECT_FALSE(EqualRuled("<r tavo_eps='0'>1</r>", "<r tavo_eps='0'>1.000001</r>"));
+    EXPECT_TRUE(Equal("<r tavo_eps='wide'>1</r>", "<r tavo_eps='wide'>1.000001</r>", Ruled()));
+    EXPECT_FALSE(Equal("<r tavo_eps='0'>1</r>", "<r tavo_eps='0'>1.000001</r>", Ruled()));
     // On both sides they must agree within 1e-12, else the tolerance stays.
-    EXPECT_TRUE(EqualSteered("<r tavo_eps='0.1'>1</r>", "<r tavo_eps='0.1000000000001'>1.05</r>"));
-    EXPECT_FALSE(EqualSteered("<r tavo_eps='0.1'>1</r>", "<r tavo_eps='0.2'>1.05</r>"));
-    EXPECT_TRUE(EqualSteered("<r>1</r>", "<r tavo_eps='0.1'>1.05</r>")); // one side is enough
+    EXPECT_TRUE(
+        Equal("<r tavo_eps='0.1'>1</r>", "<r tavo_eps='0.1000000000001'>1.05</r>", SteeringOnlyOptions()));
+    EXPECT_FALSE(Equal("<r tavo_eps='0.1'>1</r>", "<r tavo_eps='0.2'>1.05</r>", SteeringOnlyOptions()));
+    EXPECT_TRUE(Equal("<r>1</r>", "<r tavo_eps='0.1'>1.05</r>", SteeringOnlyOptions())); // one side is enough
 }
 
 TEST(ReadyOptions, AttributeNamesCanBeChangedOrSwitchedOff) {
@@ -142,5 +134,5 @@ TEST(ReadyOptions, AttributeNamesCanBeChangedOrSwitchedOff) {
     TavoXML::AttrRuledCompareOptions noTypes;
     noTypes.SetTypeDeciderAtt(Tavo::UniString());
     EXPECT_NO_THROW(Compare("<v tavo_type='string'>1.0</v>", "<v tavo_type='string'>1.00</v>", noTypes));
-    EXPECT_TRUE(EqualRuled("<v TAVO_TYPE='int'>x</v>", "<v TAVO_TYPE='int'>x</v>"));
+    EXPECT_TRUE(Equal("<v TAVO_TYPE='int'>x</v>", "<v TAVO_TYPE='int'>x</v>", Ruled()));
 }
