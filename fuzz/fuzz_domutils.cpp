@@ -148,7 +148,10 @@ std::string RefBoolean(std::string_view text) {
     if (text == "false" || text == "no" || text == "0") {
         return Ok("0");
     }
-    return Error("'yes/true' or 'no/false' expected, '" + std::string(text) + "' found");
+    // The message holds the text as characters of the default code, here in UTF-8.
+    const std::string shown =
+        Tavo::ToUTF8String(Tavo::UniString(std::string(text).c_str(), TavoCharCodeDefault));
+    return Error("'yes/true' or 'no/false' expected, '" + shown + "' found");
 }
 
 std::string RefTrim(std::string_view text, const char* set) {

@@ -89,6 +89,10 @@ TEST(TagReaders, BooleanVocabulary) {
               (Thrown{"Tag 'h'; 'yes/true' or 'no/false' expected, '' found", 5}));
     EXPECT_EQ(ThrownBy([&] { GetBoolTag(doc.Element(u"i")); }),
               (Thrown{"Tag 'i'; 'yes/true' or 'no/false' expected, '2' found", 5}));
+    // The text found is quoted as characters, Windows-1252 back to Unicode.
+    const DomTest::Parsed accented("<a>oui\xC3\xAC</a>");
+    EXPECT_EQ(ThrownBy([&] { GetBoolTag(accented.Root()); }),
+              (Thrown{"Tag 'a'; 'yes/true' or 'no/false' expected, 'oui\xC3\xAC' found", 1}));
 }
 
 TEST(TagReaders, TextReadersTrimDifferently) {
