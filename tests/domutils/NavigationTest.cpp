@@ -74,16 +74,6 @@ TEST(TreeNavigation, ElementWalkersIgnoreEverythingElse) {
     EXPECT_EQ(GetChildElementCount(indentOnly.Root()), 0u);
 }
 
-TEST(TreeNavigation, WideSiblingListIsCountedWithoutRecursion) {
-    const DomTest::DocumentPtr document = DomTest::NewDocument();
-    xercesc::DOMElement* root = document->getDocumentElement();
-    for (int i = 0; i < 100000; ++i) {
-        root->appendChild(document->createTextNode(u" "));
-        root->appendChild(document->createElement(u"e"));
-    }
-    EXPECT_EQ(GetChildElementCount(root), 100000u);
-}
-
 TEST(TreeNavigation, TextTolerantWalkersSkipAtMostOneTextNode) {
     const DomTest::DocumentPtr document = DomTest::NewDocument();
     xercesc::DOMNode* node = nullptr;
