@@ -1,5 +1,6 @@
 // What the writers write, the throwing readers read back: numbers at their limits, quoted strings with
 // every quote and the CDATA end marker, line ends, and both boolean vocabularies in both families.
+#include "TavoXMLUtils/domutils/AttributeReaders.hpp"
 #include "TavoXMLUtils/domutils/ConvException.hpp"
 #include "TavoXMLUtils/domutils/TagReaders.hpp"
 #include "TavoXMLUtils/domutils/TagWriters.hpp"
