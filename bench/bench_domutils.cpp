@@ -18,6 +18,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -290,11 +291,11 @@ int main(int argc, char** argv) {
         return 1;
     }
     int const repetitions = 5;
-    for (auto const& [name, function] : {std::pair{"BM_PlainDOM_Write", BM_PlainDOM_Write},
-                                         std::pair{"BM_Utilities_Write", BM_Utilities_Write},
-                                         std::pair{"BM_PlainDOM_Read", BM_PlainDOM_Read},
-                                         std::pair{"BM_Utilities_Read", BM_Utilities_Read}}) {
-        benchmark::RegisterBenchmark(name, function)
+    using Case = std::pair<char const*, void (*)(benchmark::State&)>;
+    for (Case const& c :
+         {Case{"BM_PlainDOM_Write", BM_PlainDOM_Write}, Case{"BM_Utilities_Write", BM_Utilities_Write},
+          Case{"BM_PlainDOM_Read", BM_PlainDOM_Read}, Case{"BM_Utilities_Read", BM_Utilities_Read}}) {
+        benchmark::RegisterBenchmark(c.first, c.second)
             ->Unit(benchmark::kMillisecond)
             ->Iterations(1)
             ->Repetitions(repetitions);
