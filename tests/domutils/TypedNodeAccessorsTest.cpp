@@ -31,27 +31,12 @@ DOMElement* Element(ScratchDocument& doc, std::u16string const& text) {
     return element;
 }
 
-int LongOf(ScratchDocument& doc, std::u16string const& text) {
-    int value = -99;
-    EXPECT_TRUE(ReadLongNode(Element(doc, text), gName, value));
-    return value;
-}
-
-unsigned int ULongOf(ScratchDocument& doc, std::u16string const& text) {
-    unsigned int value = 99;
-    EXPECT_TRUE(ReadULongNode(Element(doc, text), gName, value));
-    return value;
-}
-
-short ShortOf(ScratchDocument& doc, std::u16string const& text) {
-    short value = -99;
-    EXPECT_TRUE(ReadShortNode(Element(doc, text), gName, value));
-    return value;
-}
-
-unsigned short UShortOf(ScratchDocument& doc, std::u16string const& text) {
-    unsigned short value = 99;
-    EXPECT_TRUE(ReadUShortNode(Element(doc, text), gName, value));
+// What a number reader stores for an element V with the text; the output starts as 99.
+template <class Value>
+Value NumberOf(ScratchDocument& doc, std::u16string const& text,
+               bool (*read)(DOMNode const*, Tavo::UniString const&, Value&)) {
+    Value value = 99;
+    EXPECT_TRUE(read(Element(doc, text), gName, value));
     return value;
 }
 
@@ -119,27 +104,28 @@ TEST(TypedNodeAccessors, ReadersTakeTheTextAsItStands) {
 
 TEST(TypedNodeAccessors, NumberConversionsAndCuts) {
     ScratchDocument doc;
-    EXPECT_EQ(ULongOf(doc, u"12abc"), 12u);
-    EXPECT_EQ(ULongOf(doc, u"abc"), 0u);
-    EXPECT_EQ(ULongOf(doc, u"4294967295"), 4294967295u);
-    EXPECT_EQ(ULongOf(doc, u"4294967296"), 0u);                    // cut to 32 bits
-    EXPECT_EQ(ULongOf(doc, u"99999999999999999999"), 4294967295u); // strtoul's limit, cut
-    EXPECT_EQ(ULongOf(doc, u"-1"), 4294967295u);
-    EXPECT_EQ(ULongOf(doc, u"0x10"), 0u); // base 10 only
-    EXPECT_EQ(LongOf(doc, u" -42 tail"), -42);
-    EXPECT_EQ(LongOf(doc, u"-2147483648"), std::numeric_limits<int>::min());
-    EXPECT_EQ(LongOf(doc, u"2147483648"), std::numeric_limits<int>::min()); // cut
-    EXPECT_EQ(LongOf(doc, u"4294967297"), 1);
-    EXPECT_EQ(LongOf(doc, u"1e5"), 1);
-    EXPECT_EQ(ShortOf(doc, u"65541"), 5);
-    EXPECT_EQ(ShortOf(doc, u"32768"), -32768);
-    EXPECT_EQ(ShortOf(doc, u"-1"), -1);
-    EXPECT_EQ(ShortOf(doc, u""), 0);
-    EXPECT_EQ(UShortOf(doc, u"65535"), 65535);
-    EXPECT_EQ(UShortOf(doc, u"70000"), 4464);
-    EXPECT_EQ(UShortOf(doc, u"-1"), 65535);
+    EXPECT_EQ(NumberOf<unsigned int>(doc, u"12abc", ReadULongNode), 12u);
+    EXPECT_EQ(NumberOf<unsigned int>(doc, u"abc", ReadULongNode), 0u);
+    EXPECT_EQ(NumberOf<unsigned int>(doc, u"4294967295", ReadULongNode), 4294967295u);
+    EXPECT_EQ(NumberOf<unsigned int>(doc, u"4294967296", ReadULongNode), 0u); // cut to 32 bits
+    EXPECT_EQ(NumberOf<unsigned int>(doc, u"99999999999999999999", ReadULongNode),
+              4294967295u); // strtoul's limit, cut
+    EXPECT_EQ(NumberOf<unsigned int>(doc, u"-1", ReadULongNode), 4294967295u);
+    EXPECT_EQ(NumberOf<unsigned int>(doc, u"0x10", ReadULongNode), 0u); // base 10 only
+    EXPECT_EQ(NumberOf<int>(doc, u" -42 tail", ReadLongNode), -42);
+    EXPECT_EQ(NumberOf<int>(doc, u"-2147483648", ReadLongNode), std::numeric_limits<int>::min());
+    EXPECT_EQ(NumberOf<int>(doc, u"2147483648", ReadLongNode), std::numeric_limits<int>::min()); // cut
+    EXPECT_EQ(NumberOf<int>(doc, u"4294967297", ReadLongNode), 1);
+    EXPECT_EQ(NumberOf<int>(doc, u"1e5", ReadLongNode), 1);
+    EXPECT_EQ(NumberOf<short>(doc, u"65541", ReadShortNode), 5);
+    EXPECT_EQ(NumberOf<short>(doc, u"32768", ReadShortNode), -32768);
+    EXPECT_EQ(NumberOf<short>(doc, u"-1", ReadShortNode), -1);
+    EXPECT_EQ(NumberOf<short>(doc, u"", ReadShortNode), 0);
+    EXPECT_EQ(NumberOf<unsigned short>(doc, u"65535", ReadUShortNode), 65535);
+    EXPECT_EQ(NumberOf<unsigned short>(doc, u"70000", ReadUShortNode), 4464);
+    EXPECT_EQ(NumberOf<unsigned short>(doc, u"-1", ReadUShortNode), 65535);
     // A character outside Windows-1252 becomes '?', which ends the number.
-    EXPECT_EQ(LongOf(doc, u"12\u4E2D3"), 12);
+    EXPECT_EQ(NumberOf<int>(doc, u"12\u4E2D3", ReadLongNode), 12);
 }
 
 TEST(TypedNodeAccessors, BooleanReaderReadsDigitsOnly) {
