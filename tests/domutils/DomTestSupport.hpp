@@ -2,10 +2,12 @@
 // under "NodeLocations", building blocks for hand-made trees, and the message of a ConvException.
 #pragma once
 
+#include "common/ParsedDocument.hpp"
+#include "common/TestText.hpp"
+
 #include "TavoRoot/UniString.hpp"
 #include "TavoXMLUtils/domutils/ConvException.hpp"
 #include "TavoXMLUtils/parsing/NodeLocations.hpp"
-#include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
 
 #include <gtest/gtest.h>
 
@@ -17,14 +19,10 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
 
 namespace DomTest {
 
-inline std::string Utf8(const Tavo::UniString& text) {
-    const std::unique_ptr<char[]> bytes(text.CopyUTF8(0, Tavo::UniString::kAll, 0));
-    return std::string(bytes.get());
-}
+using TavoTest::Utf8;
 
 struct DocumentRelease {
     void operator()(xercesc::DOMDocument* document) const noexcept { document->release(); }
@@ -35,42 +33,32 @@ using DocumentPtr = std::unique_ptr<xercesc::DOMDocument, DocumentRelease>;
 // under "NodeLocations", as the readers look for it.
 class Parsed {
 public:
-    explicit Parsed(std::string_view xml, bool storeLocations = true)
-        : document(ParseXMLDoc(reinterpret_cast<const unsigned char*>(xml.data()),
-                               static_cast<unsigned int>(xml.size()), xercesc::AbstractDOMParser::Val_Never,
-                               false, Tavo::UniString("test.xml"), &locations)) {
-        EXPECT_NE(document, nullptr) << xml;
-        if (document && storeLocations) {
-            document->setUserData(u"NodeLocations", &locations, nullptr);
-        }
-    }
-    Parsed(const Parsed&) = delete;
-    Parsed& operator=(const Parsed&) = delete;
-    ~Parsed() {
-        if (document) {
-            document->setUserData(u"NodeLocations", nullptr, nullptr);
+    explicit Parsed(const std::string& xml, bool storeLocations = true)
+        : parsed(TavoTest::ParsedDocument::FromText(xml)) {
+        EXPECT_NE(parsed.Get(), nullptr) << xml << ": " << parsed.ErrorText();
+        if (storeLocations) {
+            parsed.StoreLocations();
         }
     }
 
-    xercesc::DOMDocument* Document() const { return document.get(); }
+    xercesc::DOMDocument* Document() const { return parsed.Get(); }
+    xercesc::DOMElement* Root() const { return parsed.Root(); }
     // The parser records no line for CDATA sections and processing instructions; tests that need one
     // enter it here, unless the parse gave one already.
     void EnsureLine(const xercesc::DOMNode* node, unsigned int line) {
-        if (locations.Find(node) == nullptr) {
-            locations.AddNew(node, line);
+        if (parsed.Locations().Find(node) == nullptr) {
+            parsed.Locations().AddNew(node, line);
         }
     }
-    xercesc::DOMElement* Root() const { return document->getDocumentElement(); }
     // The first element named `name` in document order.
     xercesc::DOMElement* Element(const char16_t* name) const {
-        auto* element = static_cast<xercesc::DOMElement*>(document->getElementsByTagName(name)->item(0));
+        auto* element = static_cast<xercesc::DOMElement*>(parsed.Get()->getElementsByTagName(name)->item(0));
         EXPECT_NE(element, nullptr);
         return element;
     }
 
 private:
-    NodeLocations locations;
-    DocumentPtr document;
+    TavoTest::ParsedDocument parsed;
 };
 
 // An empty document with the root element `root`, for trees built by hand.
