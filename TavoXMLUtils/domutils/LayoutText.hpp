@@ -1,7 +1,7 @@
 // The layout of hand-built trees: indentation and line ends are real text nodes that these functions
 // append to an element; serialisers add none. A level is a count of tab characters that the caller
 // keeps and passes along; a level of zero or less appends an empty text node all the same. A line end
-// is one line feed on every platform.
+// is one line feed on every platform. State model: none.
 //
 // The two pairs do the same and fail differently, and callers rely on the difference:
 // - Tabs and NewLine (used by the NewTag family) throw a DOMException: the memory error (code 0,

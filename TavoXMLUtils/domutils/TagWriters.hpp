@@ -1,7 +1,7 @@
 // The tree writers: typed elements and attributes added to a DOM tree that application code builds by
 // hand, with the layout done by hand as well. Each writer that adds an element puts a tab text before
 // it and a line feed behind it into the parent (LayoutText.hpp), at the level `tabs` that the caller
-// passes along; nothing keeps a level.
+// passes along. State model: none; nothing keeps a level.
 //
 // Values travel as text: numbers and booleans as the element's text, strings quoted (WriterText.hpp)
 // inside a CDATA section, so that the readers of this namespace can read them back. Names and 8-bit

@@ -1,7 +1,8 @@
 // The lenient family of typed access, for code that walks a tree itself and knows the element names it
 // expects. Nothing here reports an error: a reader leaves or zeroes its output and returns true, a
 // writer returns false. Every function comes with Tavo::UniString names and values and with
-// Tavo::String ones in the default character code; the latter convert and call the former.
+// Tavo::String ones in the default character code; the latter convert and call the former. State
+// model: none.
 //
 // Readers take the node, the name it must have, and the output. Only an element of that name whose
 // first child is a text node gives a value; the text is not trimmed. The number readers convert with

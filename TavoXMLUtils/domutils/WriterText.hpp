@@ -1,6 +1,6 @@
 // The text functions of the tree writers: the protection of a text that goes into a CDATA section,
 // and the quoting of a string value. Strings written by the NewTag family are first quoted, then
-// protected; the readers undo the protection and then the quoting.
+// protected; the readers undo the protection and then the quoting. State model: none.
 //
 // Both work in place on a Tavo::UniString. CorrectCDATA throws the writers' memory error, a
 // DOMException with code 0 and the text "Memory error", should a non-empty text end up empty;
