@@ -14,6 +14,7 @@
 #include "TavoXMLUtils/domutils/ScalarConversion.hpp"
 #include "TavoXMLUtils/domutils/TagReaders.hpp"
 #include "TavoXMLUtils/domutils/TreeNavigation.hpp"
+#include "TavoXMLUtils/domutils/TypedNodeAccessors.hpp"
 #include "TavoXMLUtils/parsing/NodeLocations.hpp"
 #include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
 
@@ -289,11 +290,36 @@ void Navigate(xercesc::DOMElement* element) {
     }
 }
 
+// The lenient accessors, by the element's own name and by another: they always answer true.
+void ReadLeniently(const xercesc::DOMElement* element) {
+    const Tavo::UniString name(element->getNodeName());
+    for (const Tavo::UniString& asked : {name, Tavo::UniString("other")}) {
+        const Tavo::String narrow(asked.ToCStr().Get());
+        Tavo::UniString text;
+        Tavo::String text8;
+        short s = 0;
+        unsigned short us = 0;
+        int l = 0;
+        unsigned int ul = 0;
+        bool b = false;
+        const bool all = ReadTextNode(element, asked, text) && ReadTextNode(element, narrow, text8) &&
+                         ReadShortNode(element, asked, s) && ReadShortNode(element, narrow, s) &&
+                         ReadUShortNode(element, asked, us) && ReadUShortNode(element, narrow, us) &&
+                         ReadLongNode(element, asked, l) && ReadLongNode(element, narrow, l) &&
+                         ReadULongNode(element, asked, ul) && ReadULongNode(element, narrow, ul) &&
+                         ReadBooleanNode(element, asked, b) && ReadBooleanNode(element, narrow, b);
+        if (!all) {
+            std::abort();
+        }
+    }
+}
+
 void ReadElement(xercesc::DOMElement* element, Tavo::VAArray<WarningData>& warnings) {
     Navigate(element);
     CheckTypedTags(element);
     ReadStrings(element, warnings);
     ReadAttributes(element);
+    ReadLeniently(element);
 }
 
 void CheckDocument(const std::uint8_t* data, std::size_t size) {
