@@ -3,7 +3,15 @@
 
 #include "TavoRoot/OnExit.hpp"
 #include "TavoRoot/XMLTypes.hpp"
+#include "TavoXMLUtils/interface/XercescInitializer.hpp"
+#include "TavoXMLUtils/interface/internal/LibraryStartup.hpp"
 #include "TavoXMLUtils/objectstate/internal/XMLWalkers.hpp"
+
+namespace TavoXML {
+// The bridge's unit is the one whose initialiser starts Xerces-C++ for the whole library: the walkers
+// transcode through its memory manager.
+static XercescInitializer xercescInitializer TAVOXML_STARTUP_AT(TAVOXML_STARTUP_BRIDGE);
+} // namespace TavoXML
 
 int EnumerateXML(XERCES_CPP_NAMESPACE::DOMNode const* node, XMLContentProcessor& processor) {
     processor.ObjectEntered();

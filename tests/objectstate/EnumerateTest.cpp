@@ -29,7 +29,7 @@ struct Walk {
 
 // The events of EnumerateXML on the document element of `xml`.
 Walk Enumerate(std::string const& xml, TavoXML::TypeInfoProvider const* provider = nullptr) {
-    TavoTest::ParsedDocument const document(xml);
+    auto const document = TavoTest::ParsedDocument::FromText(xml);
     Recorder recorder(provider);
     int const status = EnumerateXML(document.Root(), recorder);
     return {status, recorder.Joined()};
@@ -159,7 +159,7 @@ TEST(EnumerateXMLTest, TypedFailuresThrowAndCloseTheOutermostObject) {
     // Xerces-C++ refuses a zero's empty digits, an exponent for an integer, a word for a real.
     for (auto const& [type, text] : {std::pair{"int", "0"}, std::pair{"uint", "0"}, std::pair{"int", "1e5"},
                                      std::pair{"real", "inf"}, std::pair{"int", "x"}}) {
-        TavoTest::ParsedDocument const document(std::string("<r><o t=\"object\"> <v t=\"") + type + "\">" + text +
+        auto const document = TavoTest::ParsedDocument::FromText(std::string("<r><o t=\"object\"> <v t=\"") + type + "\">" + text +
                                                 "</v></o></r>");
         Recorder recorder(&provider);
         EXPECT_THROW(EnumerateXML(document.Root(), recorder), xercesc::NumberFormatException) << type << text;
@@ -169,7 +169,7 @@ TEST(EnumerateXMLTest, TypedFailuresThrowAndCloseTheOutermostObject) {
     // No type attribute, a structure without leading text, a list element without its attribute.
     for (char const* xml : {"<r><v>1</v></r>", "<r><o t=\"object\"><v t=\"int\">1</v></o></r>",
                             "<r><l t=\"list\"> <item>1</item> </l></r>"}) {
-        TavoTest::ParsedDocument const document(xml);
+        auto const document = TavoTest::ParsedDocument::FromText(xml);
         Recorder recorder(&provider);
         EXPECT_THROW(EnumerateXML(document.Root(), recorder), TavoXML::XMLObjectStateException) << xml;
         EXPECT_EQ(recorder.events.back(), "}") << xml;
@@ -200,7 +200,7 @@ TEST(EnumerateXMLTest, DeepDocumentsStopAtTheBound) {
     EXPECT_NE(atBound.events.find("{ v= u:1 }"), std::string::npos);
     // Typed: an exception.
     Provider const provider(0, false);
-    TavoTest::ParsedDocument const deep(DeepDocument(100000, "<o t=\"object\">", "</o>", "<v t=\"int\">1</v>"));
+    auto const deep = TavoTest::ParsedDocument::FromText(DeepDocument(100000, "<o t=\"object\">", "</o>", "<v t=\"int\">1</v>"));
     Recorder recorder(&provider);
     EXPECT_THROW(EnumerateXML(deep.Root(), recorder), TavoXML::XMLObjectStateException);
 }

@@ -1,14 +1,21 @@
 // Providers and an event recorder shared by the object-state tests.
 #pragma once
 
+#include "TavoRoot/ObjectState.hpp"
 #include "TavoRoot/UniString.hpp"
 #include "TavoXMLUtils/objectstate/TypeInfoProvider.hpp"
 #include "TavoXMLUtils/objectstate/XMLContentProcessor.hpp"
 #include "common/TestText.hpp"
 
 #include <cstdio>
+#include <ostream>
 #include <string>
 #include <vector>
+
+namespace Tavo {
+// Prints a state as {name:kind value, ...} in failed comparisons (StatePrinter.cpp).
+void PrintTo(ObjectState const& state, std::ostream* out);
+} // namespace Tavo
 
 namespace ObjectStateTest {
 
