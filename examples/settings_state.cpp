@@ -2,8 +2,8 @@
 // TavoXML::TypeInfoProvider, reads the text back into a new state and prints it. The typed dialect keeps
 // kinds; it trims strings, reads integers in 32 bits and refuses an integer zero (see the README's table
 // of losses), so these settings avoid those values.
-#include "TavoXMLUtils/TavoXMLUtils.hpp"
 #include "TavoRoot/ObjectState.hpp"
+#include "TavoXMLUtils/TavoXMLUtils.hpp"
 #include "TavoXMLUtils/objectstate/ConvertToObjectState.hpp"
 #include "TavoXMLUtils/objectstate/CreateFromObjectState.hpp"
 #include "TavoXMLUtils/objectstate/TypeInfoProvider.hpp"

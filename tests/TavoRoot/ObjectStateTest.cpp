@@ -191,9 +191,9 @@ TEST(ObjectStateTest, ListElementsAreReportedAsListValue) {
     list.PushList().PushReal(2.5);
     NameRecorder recorder;
     state.Enumerate(recorder);
-    std::vector<std::string> const expected{"[l",          "i:list_value", "s:list_value", "{list_value",
-                                            "b:flag",      "}list_value",  "[list_value",  "r:list_value",
-                                            "]list_value", "]l"};
+    std::vector<std::string> const expected{
+        "[l",          "i:list_value", "s:list_value", "{list_value", "b:flag",
+        "}list_value", "[list_value",  "r:list_value", "]list_value", "]l"};
     EXPECT_EQ(recorder.events, expected);
     EXPECT_STREQ(ObjectState::ListElementName, "list_value");
 }

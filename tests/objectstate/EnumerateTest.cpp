@@ -130,25 +130,28 @@ TEST(EnumerateXMLTest, TypedDialectEvents) {
     EXPECT_EQ(Typed("uint", "3000000000").events, "{ v= u:18446744072414584320 }");
     // The writer's output: names by attribute, empty structures as entry and exit, an empty string.
     Provider const byType(1, false);
-    EXPECT_EQ(Enumerate("<r><object t=\"o\">\n\t\t<int t=\"i\">\n3\n\t</int>\n\t<list t=\"e\">\n</list></object>"
-                        "<string t=\"s\">\n</string></r>",
-                        &byType)
-                  .events,
-              "{ o= { i= i:3 e= [ ] } s= s: }");
+    EXPECT_EQ(
+        Enumerate("<r><object t=\"o\">\n\t\t<int t=\"i\">\n3\n\t</int>\n\t<list t=\"e\">\n</list></object>"
+                  "<string t=\"s\">\n</string></r>",
+                  &byType)
+            .events,
+        "{ o= { i= i:3 e= [ ] } s= s: }");
 }
 
 TEST(EnumerateXMLTest, TypedListsTakeOneType) {
     Provider const byName(0, false), homogeneous(0, true), byType(1, false);
     // The first element's type holds for the others.
-    EXPECT_EQ(Enumerate("<r><l t=\"list\"> <item t=\"int\">1</item> <item t=\"string\">7</item> </l></r>", &byName)
-                  .events,
-              "{ l= [ i:1 i:7 ] }");
+    EXPECT_EQ(
+        Enumerate("<r><l t=\"list\"> <item t=\"int\">1</item> <item t=\"string\">7</item> </l></r>", &byName)
+            .events,
+        "{ l= [ i:1 i:7 ] }");
     EXPECT_EQ(Enumerate("<r><list t=\"l\"> <real>1.5</real> <int>2</int> </list></r>", &byType).events,
               "{ l= [ r:1.5 r:2 ] }");
     // A homogeneous list says it once; without the attribute the first element decides.
-    EXPECT_EQ(Enumerate("<r><l t=\"list\" subtype=\"uint\"> <item>1</item> <item>2</item> </l></r>", &homogeneous)
-                  .events,
-              "{ l= [ u:1 u:2 ] }");
+    EXPECT_EQ(
+        Enumerate("<r><l t=\"list\" subtype=\"uint\"> <item>1</item> <item>2</item> </l></r>", &homogeneous)
+            .events,
+        "{ l= [ u:1 u:2 ] }");
     EXPECT_EQ(Enumerate("<r><l t=\"list\"> <item t=\"bool\">true</item> <x>false</x> </l></r>", &homogeneous)
                   .events,
               "{ l= [ b:true b:false ] }");
@@ -159,8 +162,8 @@ TEST(EnumerateXMLTest, TypedFailuresThrowAndCloseTheOutermostObject) {
     // Xerces-C++ refuses a zero's empty digits, an exponent for an integer, a word for a real.
     for (auto const& [type, text] : {std::pair{"int", "0"}, std::pair{"uint", "0"}, std::pair{"int", "1e5"},
                                      std::pair{"real", "inf"}, std::pair{"int", "x"}}) {
-        auto const document = TavoTest::ParsedDocument::FromText(std::string("<r><o t=\"object\"> <v t=\"") + type + "\">" + text +
-                                                "</v></o></r>");
+        auto const document = TavoTest::ParsedDocument::FromText(std::string("<r><o t=\"object\"> <v t=\"") +
+                                                                 type + "\">" + text + "</v></o></r>");
         Recorder recorder(&provider);
         EXPECT_THROW(EnumerateXML(document.Root(), recorder), xercesc::NumberFormatException) << type << text;
         // The guard closes the outermost object; the inner one gets no exit.
@@ -171,7 +174,13 @@ TEST(EnumerateXMLTest, TypedFailuresThrowAndCloseTheOutermostObject) {
                             "<r><l t=\"list\"> <item>1</item> </l></r>"}) {
         auto const document = TavoTest::ParsedDocument::FromText(xml);
         Recorder recorder(&provider);
-        EXPECT_THROW(EnumerateXML(document.Root(), recorder), TavoXML::XMLObjectStateException) << xml;
+        try {
+            EnumerateXML(document.Root(), recorder);
+            ADD_FAILURE() << "no exception: " << xml;
+        } catch (TavoXML::XMLObjectStateException const& exception) {
+            EXPECT_STREQ(exception.GetName(), "XMLObjectStateException");
+            EXPECT_EQ(exception.GetErrorCode(), Tavo::GeneralError);
+        }
         EXPECT_EQ(recorder.events.back(), "}") << xml;
     }
 }
@@ -200,7 +209,8 @@ TEST(EnumerateXMLTest, DeepDocumentsStopAtTheBound) {
     EXPECT_NE(atBound.events.find("{ v= u:1 }"), std::string::npos);
     // Typed: an exception.
     Provider const provider(0, false);
-    auto const deep = TavoTest::ParsedDocument::FromText(DeepDocument(100000, "<o t=\"object\">", "</o>", "<v t=\"int\">1</v>"));
+    auto const deep = TavoTest::ParsedDocument::FromText(
+        DeepDocument(100000, "<o t=\"object\">", "</o>", "<v t=\"int\">1</v>"));
     Recorder recorder(&provider);
     EXPECT_THROW(EnumerateXML(deep.Root(), recorder), TavoXML::XMLObjectStateException);
 }

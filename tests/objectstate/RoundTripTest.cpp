@@ -18,6 +18,7 @@
 #include <gtest/gtest.h>
 #include <xercesc/util/NumberFormatException.hpp>
 
+#include <filesystem>
 #include <limits>
 #include <string>
 
@@ -66,8 +67,8 @@ ObjectState TypedSafeState() {
 
 TEST(ObjectStateRoundTripTest, TypedDialectKeepsWhatItCarries) {
     ObjectState const state = TypedSafeState();
-    for (auto const& [tagContent, homogeneous] : {std::pair{0, false}, std::pair{1, false}, std::pair{0, true},
-                                                   std::pair{-1, true}}) {
+    for (auto const& [tagContent, homogeneous] :
+         {std::pair{0, false}, std::pair{1, false}, std::pair{0, true}, std::pair{-1, true}}) {
         Provider const provider(tagContent, homogeneous);
         EXPECT_EQ(RoundTrip(state, &provider), state) << tagContent << homogeneous;
     }
@@ -123,7 +124,10 @@ TEST(ObjectStateRoundTripTest, PlainDialectInfersKinds) {
     // number and boolean words as numbers and booleans; an empty string is skipped, and an empty structure
     // is the whitespace it held; integers keep 32 bits.
     expected.AddBool("b", true).AddInt("neg", -12).AddUInt("pos", 7).AddUInt("u", 34).AddReal("r", 0.25);
-    expected.AddUInt("whole", 2).AddString("big", "1e+20").AddString("s", "Plan").AddString("padded", "  x  ");
+    expected.AddUInt("whole", 2)
+        .AddString("big", "1e+20")
+        .AddString("s", "Plan")
+        .AddString("padded", "  x  ");
     expected.AddUInt("number", 42).AddBool("word", true).AddString("zero", "0");
     expected.AddUInt("wide", 705032704);
     expected.AddObject("origin").AddReal("x", 1.5);
@@ -143,8 +147,9 @@ TEST(ObjectStateRoundTripTest, ReadingFormsAndTheirFailures) {
     state.AddUInt("first", 1).AddString("second", "two").AddObject("third").AddBool("on", true);
     // Any root name; an empty root gives an empty state.
     ObjectState read;
-    EXPECT_EQ(TavoXML::ConvertToObjectState(Tavo::UniString("<other><first>1</first></other>"), read, nullptr),
-              Tavo::NoError);
+    EXPECT_EQ(
+        TavoXML::ConvertToObjectState(Tavo::UniString("<other><first>1</first></other>"), read, nullptr),
+        Tavo::NoError);
     EXPECT_EQ(read.GetFieldCount(), 1u);
     EXPECT_EQ(TavoXML::ConvertToObjectState(Tavo::UniString("<root/>"), read, nullptr), Tavo::NoError);
     EXPECT_TRUE(read.IsEmpty());
@@ -153,7 +158,8 @@ TEST(ObjectStateRoundTripTest, ReadingFormsAndTheirFailures) {
     ObjectState untouched;
     untouched.AddBool("kept", true);
     ObjectState const before = untouched;
-    EXPECT_EQ(TavoXML::ConvertToObjectState(Tavo::UniString("<root><a>"), untouched, nullptr), Tavo::GeneralError);
+    EXPECT_EQ(TavoXML::ConvertToObjectState(Tavo::UniString("<root><a>"), untouched, nullptr),
+              Tavo::GeneralError);
     EXPECT_EQ(TavoXML::ConvertToObjectState(nullptr, untouched, nullptr), Tavo::GeneralError);
     Tavo::XMLIChannel* memory =
         TavoXML::CreateXMLIChannelFromMemory(Written(state, nullptr), "root", TavoXML::ThrowOnError);
@@ -172,6 +178,10 @@ TEST(ObjectStateRoundTripTest, ReadingFormsAndTheirFailures) {
     ASSERT_EQ(input->ReadXML("first", first), Tavo::NoError);
     EXPECT_EQ(TavoXML::ConvertToObjectState(*input, read, nullptr), Tavo::NoError);
     EXPECT_EQ(read, state);
+    // A file that is gone by then gives no reader either.
+    std::filesystem::remove(TavoTest::TestTempFolder() / "state.xml");
+    EXPECT_EQ(TavoXML::ConvertToObjectState(*input, untouched, nullptr), Tavo::GeneralError);
+    EXPECT_EQ(untouched, before);
 }
 
 TEST(ObjectStateRoundTripTest, BuilderDocumentBeforeAParse) {
@@ -205,16 +215,18 @@ std::string Nested(unsigned int depth, std::string const& open, std::string cons
 TEST(ObjectStateRoundTripTest, DeepDocumentsFailWithoutOverflow) {
     ObjectState read;
     read.AddBool("old", true);
-    EXPECT_EQ(TavoXML::ConvertToObjectState(Tavo::UniString(Nested(100000, "<o>", "</o>").c_str()), read, nullptr),
-              Tavo::GeneralError);
+    EXPECT_EQ(
+        TavoXML::ConvertToObjectState(Tavo::UniString(Nested(100000, "<o>", "</o>").c_str()), read, nullptr),
+        Tavo::GeneralError);
     EXPECT_TRUE(read.IsEmpty());
     Provider const provider(0, false);
     EXPECT_THROW(TavoXML::ConvertToObjectState(
                      Tavo::UniString(Nested(100000, "<o t=\"object\">", "</o>").c_str()), read, &provider),
                  TavoXML::XMLObjectStateException);
     // At the bound a document still reads.
-    EXPECT_EQ(TavoXML::ConvertToObjectState(Tavo::UniString(Nested(1000, "<o>", "</o>").c_str()), read, nullptr),
-              Tavo::NoError);
+    EXPECT_EQ(
+        TavoXML::ConvertToObjectState(Tavo::UniString(Nested(1000, "<o>", "</o>").c_str()), read, nullptr),
+        Tavo::NoError);
     EXPECT_EQ(read.GetFieldCount(), 1u);
     // Torn down from the inside: the state's destructor recurses once per level.
     std::vector<ObjectState*> levels{&read};

@@ -51,7 +51,9 @@ public:
     void IntFound(long long value) override { events.push_back("i:" + std::to_string(value)); }
     void UIntFound(unsigned long long value) override { events.push_back("u:" + std::to_string(value)); }
     void RealFound(double value) override;
-    void StringFound(Tavo::UniString const& value) override { events.push_back("s:" + TavoTest::Utf8(value)); }
+    void StringFound(Tavo::UniString const& value) override {
+        events.push_back("s:" + TavoTest::Utf8(value));
+    }
     void ObjectEntered() override { events.push_back("{"); }
     void ObjectExited() override { events.push_back("}"); }
     void ListEntered() override { events.push_back("["); }

@@ -52,8 +52,10 @@ TEST(ObjectStateWriterTest, VocabularyOfEachDialectAsExported) {
     Provider const byName(0, false), byType(1, false), byNameHomogeneous(0, true), byTypeHomogeneous(2, true);
     TavoTest::ExpectGolden(Exported(state, &byName), "objectstate/typed_byname.expected");
     TavoTest::ExpectGolden(Exported(state, &byType), "objectstate/typed_bytype.expected");
-    TavoTest::ExpectGolden(Exported(state, &byNameHomogeneous), "objectstate/typed_byname_homogeneous.expected");
-    TavoTest::ExpectGolden(Exported(state, &byTypeHomogeneous), "objectstate/typed_bytype_homogeneous.expected");
+    TavoTest::ExpectGolden(Exported(state, &byNameHomogeneous),
+                           "objectstate/typed_byname_homogeneous.expected");
+    TavoTest::ExpectGolden(Exported(state, &byTypeHomogeneous),
+                           "objectstate/typed_bytype_homogeneous.expected");
 }
 
 TEST(ObjectStateWriterTest, SmallShapes) {
@@ -130,9 +132,11 @@ TEST(ObjectStateWriterTest, MissingProviderWordsAreRefused) {
     ObjectState named;
     named.AddString("s", "x");
     for (auto const& [state, provider] :
-         {std::pair{&listed, &plainLists}, std::pair{&listed, &homogeneousLists}, std::pair{&named, &plainLists}}) {
+         {std::pair{&listed, &plainLists}, std::pair{&listed, &homogeneousLists},
+          std::pair{&named, &plainLists}}) {
         Tavo::UniString text("untouched");
-        EXPECT_THROW(TavoXML::CreateFromObjectState(*state, text, provider), TavoXML::XMLObjectStateException);
+        EXPECT_THROW(TavoXML::CreateFromObjectState(*state, text, provider),
+                     TavoXML::XMLObjectStateException);
         EXPECT_EQ(text, "untouched");
     }
 }
@@ -177,10 +181,12 @@ TEST(ObjectStateWriterTest, NestingIsBoundedAtAThousandLevels) {
         EXPECT_NO_THROW(Exported(atBound.root, &typed));
         DeepState const beyond(1001, lists);
         Tavo::UniString text;
-        EXPECT_THROW(TavoXML::CreateFromObjectState(beyond.root, text, nullptr), TavoXML::XMLObjectStateException);
+        EXPECT_THROW(TavoXML::CreateFromObjectState(beyond.root, text, nullptr),
+                     TavoXML::XMLObjectStateException);
         EXPECT_TRUE(text.IsEmpty());
         DeepState const deep(100000, lists);
-        EXPECT_THROW(TavoXML::CreateFromObjectState(deep.root, text, &typed), TavoXML::XMLObjectStateException);
+        EXPECT_THROW(TavoXML::CreateFromObjectState(deep.root, text, &typed),
+                     TavoXML::XMLObjectStateException);
     }
 }
 

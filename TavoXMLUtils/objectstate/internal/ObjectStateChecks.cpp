@@ -21,8 +21,9 @@ void CheckObjectStateDepth(unsigned int openLevels) {
 
 char const* RequiredProviderWord(char const* word, char const* what) {
     if (!word) {
-        Throw<XMLObjectStateException>(Tavo::UniString(Tavo::UniString("TypeInfoProvider gave no word for ") + what + "."),
-                                       GeneralError);
+        Throw<XMLObjectStateException>(
+            Tavo::UniString(Tavo::UniString("TypeInfoProvider gave no word for ") + what + "."),
+            GeneralError);
     }
     return word;
 }

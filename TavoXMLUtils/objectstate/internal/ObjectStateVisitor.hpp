@@ -11,7 +11,8 @@ namespace TavoXML::detail {
 
 class ObjectStateVisitor final : public XMLContentProcessor {
 public:
-    ObjectStateVisitor(TypeInfoProvider const* provider, Tavo::ObjectState::ContentProcessor& processor) noexcept;
+    ObjectStateVisitor(TypeInfoProvider const* provider,
+                       Tavo::ObjectState::ContentProcessor& processor) noexcept;
 
     void NameFound(Tavo::UniString const& name) override;
     void BoolFound(bool value) override;

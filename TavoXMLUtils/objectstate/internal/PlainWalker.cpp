@@ -38,8 +38,9 @@ void ReportNumber(XMLContentProcessor& processor, XMLCh const* value) {
         processor.UIntFound(static_cast<unsigned long long>(ParseDigits(decimal.getValue())));
     } else {
         // The product is taken in 32 bits; unsigned arithmetic makes its wrap-around defined.
-        auto const product = static_cast<std::int32_t>(static_cast<std::uint32_t>(ParseDigits(decimal.getValue())) *
-                                                       static_cast<std::uint32_t>(decimal.getSign()));
+        auto const product =
+            static_cast<std::int32_t>(static_cast<std::uint32_t>(ParseDigits(decimal.getValue())) *
+                                      static_cast<std::uint32_t>(decimal.getSign()));
         processor.IntFound(product);
     }
 }
@@ -48,7 +49,9 @@ void ReportNumber(XMLContentProcessor& processor, XMLCh const* value) {
 // anything in it threw.
 bool ReportText(XMLContentProcessor& processor, XMLCh const* value) noexcept {
     try {
-        auto release = [](char* text) { xercesc::XMLString::release(&text, xercesc::XMLPlatformUtils::fgMemoryManager); };
+        auto release = [](char* text) {
+            xercesc::XMLString::release(&text, xercesc::XMLPlatformUtils::fgMemoryManager);
+        };
         std::unique_ptr<char, decltype(release)> const narrow(
             xercesc::XMLString::transcode(value, xercesc::XMLPlatformUtils::fgMemoryManager), release);
         Tavo::UniString const text(narrow.get(), TavoCharCodeDefault);

@@ -24,7 +24,8 @@ ToXMLParser::~ToXMLParser() {
 }
 
 void ToXMLParser::BoolFound(Tavo::String const& name, bool value) {
-    ScalarFound(name, Tavo::UniString(value ? "true" : "false"), TypeName(&TypeInfoProvider::GetBoolTypeName));
+    ScalarFound(name, Tavo::UniString(value ? "true" : "false"),
+                TypeName(&TypeInfoProvider::GetBoolTypeName));
 }
 
 void ToXMLParser::IntFound(Tavo::String const& name, long long value) {

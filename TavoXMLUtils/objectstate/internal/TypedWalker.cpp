@@ -62,7 +62,9 @@ XMLCh const* FirstText(DOMNode const* node) {
 
 // The value through the narrow transcoded form, read in the default code and trimmed.
 Tavo::UniString TrimmedText(XMLCh const* value) {
-    auto release = [](char* text) { xercesc::XMLString::release(&text, xercesc::XMLPlatformUtils::fgMemoryManager); };
+    auto release = [](char* text) {
+        xercesc::XMLString::release(&text, xercesc::XMLPlatformUtils::fgMemoryManager);
+    };
     std::unique_ptr<char, decltype(release)> const narrow(
         xercesc::XMLString::transcode(value, xercesc::XMLPlatformUtils::fgMemoryManager), release);
     Tavo::UniString text(narrow.get(), TavoCharCodeDefault);
@@ -164,7 +166,8 @@ void EnumerateXMLListWithAttributeProvider(DOMNode const* node, XMLContentProces
         }
         // The first non-empty element decides the type of all the others.
         if (!listType) {
-            listType = provider.GetTagContent() == 0 ? RequiredTypeAttribute(child, provider) : child->getNodeName();
+            listType =
+                provider.GetTagContent() == 0 ? RequiredTypeAttribute(child, provider) : child->getNodeName();
         }
         ProcessTypedXMLNode(processor, listType, FirstText(child), child, depth);
     }
