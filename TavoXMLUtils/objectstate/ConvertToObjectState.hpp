@@ -4,10 +4,11 @@
 // the element's own name doesn't matter. EnumerateXML.hpp tells how text becomes values and what is lost.
 //
 // The result is the status of Tavo::ObjectState::Build: NoError, or GeneralError when the events did not
-// make a whole state (in the plain dialect a value that failed leaves its field without a value, so the
-// build fails and the state is emptied). In the typed dialect the exceptions of the walk pass to the
-// caller through Build. The string and channel forms return GeneralError without touching the state
-// when no document comes of their input.
+// make a whole state; the state is then emptied. In the plain dialect a field whose value failed is left
+// without one, which fails the build; a failure inside a list only drops the rest of that list. In the
+// typed dialect the exceptions of the walk pass to the caller through Build, which empties the state. The
+// string and channel forms return GeneralError without touching the state when no document comes of
+// their input; a reader they make is deleted on every way out.
 #pragma once
 
 #include "TavoRoot/ObjectState.hpp"

@@ -72,6 +72,11 @@ TEST(ObjectStateRoundTripTest, TypedDialectKeepsWhatItCarries) {
         Provider const provider(tagContent, homogeneous);
         EXPECT_EQ(RoundTrip(state, &provider), state) << tagContent << homogeneous;
     }
+    // Names that are no element names survive where they stand in an attribute.
+    ObjectState odd;
+    odd.AddBool("two words", true).AddObject("<&>").AddUInt("\xE9", 1);
+    Provider const byType(1, false);
+    EXPECT_EQ(RoundTrip(odd, &byType), odd);
 }
 
 TEST(ObjectStateRoundTripTest, TypedDialectLosses) {

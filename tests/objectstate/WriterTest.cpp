@@ -11,6 +11,7 @@
 #include "objectstate/TestProviders.hpp"
 
 #include <gtest/gtest.h>
+#include <xercesc/dom/DOMException.hpp>
 
 #include <string>
 #include <vector>
@@ -139,6 +140,25 @@ TEST(ObjectStateWriterTest, MissingProviderWordsAreRefused) {
                      TavoXML::XMLObjectStateException);
         EXPECT_EQ(text, "untouched");
     }
+}
+
+TEST(ObjectStateWriterTest, FieldNamesThatAreNoElementNames) {
+    // As element names the builder refuses them with its DOMException; as attribute values they pass.
+    ObjectState state;
+    state.AddUInt("1st", 5);
+    Tavo::UniString text("untouched");
+    Provider const byName(0, false), byType(1, false);
+    EXPECT_THROW(TavoXML::CreateFromObjectState(state, text, nullptr), xercesc::DOMException);
+    EXPECT_THROW(TavoXML::CreateFromObjectState(state, text, &byName), xercesc::DOMException);
+    EXPECT_EQ(text, "untouched");
+    EXPECT_NE(Exported(state, &byType).find("<uint t=\"1st\">"), std::string::npos);
+    // A plain value whose name holds a blank is refused by the builder's status, which the writer
+    // doesn't look at: the field is left out.
+    ObjectState blank;
+    blank.AddUInt("two words", 5).AddUInt("kept", 6);
+    std::string const plain = Exported(blank, nullptr);
+    EXPECT_EQ(plain.find("two"), std::string::npos);
+    EXPECT_NE(plain.find("<kept>6</kept>"), std::string::npos);
 }
 
 // Builds a chain of `depth` nested objects (or lists) and tears it down from the inside, so that the
