@@ -27,6 +27,21 @@ long long ParseDigits(XMLCh const* digits) {
     return xercesc::XMLString::parseInt(digits, xercesc::XMLPlatformUtils::fgMemoryManager);
 }
 
+// False when XMLBigDecimal would certainly refuse the text: it takes nothing but digits, a sign, a point
+// and surrounding XML whitespace. Such texts go to the text path at once, which ends as the refusal
+// would, without the cost of Xerces-C++ building its exception for every word of a document.
+bool MayBeDecimal(XMLCh const* value) noexcept {
+    for (; *value != 0; ++value) {
+        XMLCh const c = *value;
+        bool const allowed = (c >= u'0' && c <= u'9') || c == u'+' || c == u'-' || c == u'.' || c == u' ' ||
+                             c == u'\t' || c == u'\n' || c == u'\r';
+        if (!allowed) {
+            return false;
+        }
+    }
+    return true;
+}
+
 // The number path. Throws whatever Xerces-C++ or the processor throws; the caller takes that as "no
 // number". A zero has no digits, which parseInt refuses, so a zero never leaves this path as a number.
 void ReportNumber(XMLContentProcessor& processor, XMLCh const* value) {
@@ -77,11 +92,13 @@ bool ReportScalar(XMLContentProcessor& processor, DOMNode const* child) {
         return false;
     }
     XMLCh const* value = child->getNodeValue();
-    try {
-        ReportNumber(processor, value);
-        return true;
-    } catch (...) {
-        // Not a number (or its event threw): the text path follows, with a second event if so.
+    if (MayBeDecimal(value)) {
+        try {
+            ReportNumber(processor, value);
+            return true;
+        } catch (...) {
+            // Not a number (or its event threw): the text path follows, with a second event if so.
+        }
     }
     return ReportText(processor, value);
 }
