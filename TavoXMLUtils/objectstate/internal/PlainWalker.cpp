@@ -60,16 +60,10 @@ void ReportNumber(XMLContentProcessor& processor, XMLCh const* value) {
     }
 }
 
-// The text path: untrimmed, through the narrow transcoded form read in the default code. False when
-// anything in it threw.
+// The text path, untrimmed. False when anything in it threw.
 bool ReportText(XMLContentProcessor& processor, XMLCh const* value) noexcept {
     try {
-        auto release = [](char* text) {
-            xercesc::XMLString::release(&text, xercesc::XMLPlatformUtils::fgMemoryManager);
-        };
-        std::unique_ptr<char, decltype(release)> const narrow(
-            xercesc::XMLString::transcode(value, xercesc::XMLPlatformUtils::fgMemoryManager), release);
-        Tavo::UniString const text(narrow.get(), TavoCharCodeDefault);
+        Tavo::UniString const text = NarrowText(value);
         if (text == "true") {
             processor.BoolFound(true);
         } else if (text == "false") {
@@ -137,6 +131,15 @@ int EnumerateXMLNode(DOMNode const* node, XMLContentProcessor& processor, bool i
         }
     }
     return Tavo::NoError;
+}
+
+Tavo::UniString NarrowText(XMLCh const* value) {
+    auto release = [](char* text) {
+        xercesc::XMLString::release(&text, xercesc::XMLPlatformUtils::fgMemoryManager);
+    };
+    std::unique_ptr<char, decltype(release)> const narrow(
+        xercesc::XMLString::transcode(value, xercesc::XMLPlatformUtils::fgMemoryManager), release);
+    return Tavo::UniString(narrow.get(), TavoCharCodeDefault);
 }
 
 bool IsList(DOMNode const* node) {

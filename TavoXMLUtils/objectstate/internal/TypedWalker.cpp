@@ -15,8 +15,6 @@
 #include <xercesc/util/XMLDouble.hpp>
 #include <xercesc/util/XMLString.hpp>
 
-#include <memory>
-
 namespace TavoXML::detail {
 
 namespace {
@@ -60,14 +58,9 @@ XMLCh const* FirstText(DOMNode const* node) {
     return first->getNodeValue();
 }
 
-// The value through the narrow transcoded form, read in the default code and trimmed.
+// The value as a string, trimmed: the typed dialect drops the layout around it.
 Tavo::UniString TrimmedText(XMLCh const* value) {
-    auto release = [](char* text) {
-        xercesc::XMLString::release(&text, xercesc::XMLPlatformUtils::fgMemoryManager);
-    };
-    std::unique_ptr<char, decltype(release)> const narrow(
-        xercesc::XMLString::transcode(value, xercesc::XMLPlatformUtils::fgMemoryManager), release);
-    Tavo::UniString text(narrow.get(), TavoCharCodeDefault);
+    Tavo::UniString text = NarrowText(value);
     text.Trim();
     return text;
 }

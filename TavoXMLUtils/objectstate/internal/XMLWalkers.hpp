@@ -11,6 +11,7 @@
 // unreadable shapes pass to the caller. These need a processor with a provider.
 #pragma once
 
+#include "TavoRoot/UniString.hpp"
 #include "TavoXMLUtils/objectstate/XMLContentProcessor.hpp"
 
 #include <xercesc/util/XercesDefs.hpp>
@@ -30,6 +31,11 @@ int EnumerateXMLNodeWithAttributeProvider(xercesc::DOMNode const* node, XMLConte
                                           bool inList, unsigned int depth);
 void EnumerateXMLListWithAttributeProvider(xercesc::DOMNode const* node, XMLContentProcessor& processor,
                                            unsigned int depth);
+// A value's text as both dialects read strings: the narrow form of XMLString::transcode, taken in the
+// default 8-bit code, so that a character survives only as far as that code page allows. Throws what
+// the transcoder throws.
+Tavo::UniString NarrowText(XMLCh const* value);
+
 void ProcessTypedXMLNode(XMLContentProcessor& processor, XMLCh const* type, XMLCh const* value,
                          xercesc::DOMNode const* node, unsigned int depth);
 
