@@ -69,8 +69,8 @@ install: deps
 	cmake --install $(INSTALL_BUILD) --prefix $(PREFIX)
 
 # Installs into a temporary prefix and builds clients against it, with CMake and with pkg-config.
-consumer-check: deps
-	scripts/check-consumer.sh $(INSTALL_BUILD)
+consumer-check: build
+	scripts/check-consumer.sh $(BUILD)
 
 SOURCES = git ls-files --cached --others --exclude-standard '*.cpp' '*.hpp' | sort -u | \
 	    while read -r f; do [ -f "$$f" ] && echo "$$f"; done

@@ -38,3 +38,16 @@
 #include "TavoXMLUtils/interface/TavoXMLExceptions.hpp"
 #include "TavoXMLUtils/interface/TavoXMLInterface.hpp"
 #include "TavoXMLUtils/interface/XercescInitializer.hpp"
+
+#include "TavoXMLUtils/compare/AttrRuledCompareOptions.hpp"
+#include "TavoXMLUtils/compare/DoXMLCompare.hpp"
+#include "TavoXMLUtils/compare/IXMLCompareOptions.hpp"
+#include "TavoXMLUtils/compare/SkipWhitespaceTextsCompareFilter.hpp"
+#include "TavoXMLUtils/compare/StrictOrderAutoValueCompareOptions.hpp"
+#include "TavoXMLUtils/compare/XMLCompareExceptions.hpp"
+#include "TavoXMLUtils/compare/XMLNodeComparators.hpp"
+#include "TavoXMLUtils/compare/XMLValueComparators.hpp"
+
+#include "TavoXMLUtils/output/FormatXMLDoc.hpp"
+#include "TavoXMLUtils/output/SAX2Writer.hpp"
+#include "TavoXMLUtils/output/SAXWriter.hpp"

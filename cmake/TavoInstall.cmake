@@ -13,6 +13,13 @@ endforeach()
 
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/TavoXMLUtils)
 install(EXPORT TavoXMLUtilsTargets NAMESPACE TavoXMLUtils:: DESTINATION ${config_dir})
+
+# The optional assertion library has an export set of its own, which the package loads when present.
+if(TARGET TavoXMLUtilsTesting)
+    install(TARGETS TavoXMLUtilsTesting EXPORT TavoXMLUtilsTestingTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    install(EXPORT TavoXMLUtilsTestingTargets NAMESPACE TavoXMLUtils:: DESTINATION ${config_dir})
+endif()
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/TavoXMLUtilsConfig.cmake.in
     ${PROJECT_BINARY_DIR}/TavoXMLUtilsConfig.cmake INSTALL_DESTINATION ${config_dir})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/TavoXMLUtilsConfigVersion.cmake

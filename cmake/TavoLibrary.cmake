@@ -1,8 +1,12 @@
-# tavo_add_library(NAME DIR [LINKS ...]): a shared library built from every source below DIR.
-# Sources are globbed so that a new file in a subsystem folder needs no edit here.
+# tavo_add_library(NAME DIR [LINKS ...] [EXCLUDE subfolder ...]): a shared library built from every
+# source below DIR but the excluded subfolders. Sources are globbed so that a new file in a subsystem
+# folder needs no edit here.
 function(tavo_add_library name dir)
-    cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "LINKS;EXCLUDE" ${ARGN})
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${dir}/*.cpp")
+    foreach(excluded ${ARG_EXCLUDE})
+        list(FILTER sources EXCLUDE REGEX "^${dir}/${excluded}/")
+    endforeach()
     add_library(${name} SHARED ${sources})
     add_library(TavoXMLUtils::${name} ALIAS ${name})
     target_include_directories(${name} PUBLIC

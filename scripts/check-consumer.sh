@@ -3,17 +3,17 @@
 #   - every installed header compiles on its own;
 #   - examples/consumer and the README's first program build with CMake (find_package) and with
 #     pkg-config, and run.
-# Usage: scripts/check-consumer.sh [build-folder-for-the-install]
+# Usage: scripts/check-consumer.sh [build-folder]: installs from that build (default build/), which is
+# configured first if it is not yet; what the build holds besides (tests) is not installed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$(pwd)
-build=${1:-build-install}
+build=${1:-build}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 prefix=$work/prefix
 
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTAVO_BUILD_TESTS=OFF \
-    -DTAVO_BUILD_EXAMPLES=OFF >/dev/null
+[ -f "$build/build.ninja" ] || cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build "$build" -j "$(nproc)"
 cmake --install "$build" --prefix "$prefix" >/dev/null
 
@@ -38,6 +38,12 @@ cmake -S examples/consumer -B "$work/cmake-build" -G Ninja -DCMAKE_PREFIX_PATH="
 cmake --build "$work/cmake-build"
 "$work/cmake-build/consumer" >/dev/null
 "$work/cmake-build/first_program"
+if [ ! -x "$work/cmake-build/consumer_test" ]; then
+    echo "TavoXMLUtils::Testing was not installed" >&2
+    exit 1
+fi
+"$work/cmake-build/consumer_test"
+"$prefix/bin/tavoxml" --help >/dev/null
 
 echo "== consumer with pkg-config"
 export PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name tavoxmlutils.pc)")
