@@ -28,8 +28,9 @@ build: deps $(BUILD)/build.ninja
 
 # The demo builds only the example programs and what they link.
 demo: deps $(BUILD)/build.ninja
-	cmake --build $(BUILD) -j $(JOBS) --target write_document
+	cmake --build $(BUILD) -j $(JOBS) --target write_document settings_state
 	$(BUILD)/examples/write_document
+	$(BUILD)/examples/settings_state
 
 test: build
 	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
