@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
-#include <source_location>
 #include <string>
 
 namespace TavoXML::detail {
@@ -54,7 +53,7 @@ bool IsEscapeChar(std::uint64_t rowMask, XMLCh unit) noexcept {
 
 // A transcoder that takes no unit of a non-empty piece (a lone leading surrogate at its end) would
 // otherwise loop for ever; it fails like an unrepresentable character.
-[[noreturn]] void ThrowNoProgress(std::source_location where = std::source_location::current()) {
+[[noreturn]] void ThrowNoProgress(SourceLocation where = SourceLocation::current()) {
     std::string const file(SourceName(where));
     throw xercesc::TranscodingException(file.c_str(), where.line(), xercesc::XMLExcepts::Trans_BadSrcSeq,
                                         xercesc::XMLPlatformUtils::fgMemoryManager);
