@@ -12,8 +12,9 @@
 // and CDATA sections, where it is not read back as one. The children of an entity reference are not
 // written, only the reference itself.
 //
-// Depth: the tree is walked iteratively, climbing back by parent links, so any depth of nesting is
-// formatted (100,000 nested elements included) without stack growth and without a depth limit.
+// Depth: the tree is walked iteratively, with the open elements kept on the heap, so any depth of
+// nesting is formatted (100,000 nested elements included) without stack growth and without a depth
+// limit.
 //
 // State: none between calls; each call owns its transcoder and printer. Xerces-C++ must be initialised
 // (loading the library does that).

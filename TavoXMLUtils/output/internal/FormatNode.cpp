@@ -11,6 +11,8 @@
 #include <xercesc/dom/DOMNode.hpp>
 #include <xercesc/util/XMLString.hpp>
 
+#include <vector>
+
 namespace TavoXML::detail {
 
 namespace {
@@ -194,19 +196,21 @@ void FormatNodeEnd(DOMNode const* node, XMLPrint& printer) {
 } // namespace
 
 void FormatNode(DOMNode const* node, XMLPrint* printer) {
-    DOMNode const* const root = node;
-    DOMNode const* current = root;
+    // The entered nodes, innermost last: the way back up without asking the DOM for parents.
+    std::vector<DOMNode const*> open;
+    DOMNode const* current = node;
     for (;;) {
         if (FormatNodeStart(current, *printer)) {
+            open.push_back(current);
             current = current->getFirstChild();
             continue;
         }
-        // `current` is complete: climb until a next sibling is found or the root is complete.
+        // `current` is complete: climb until a next sibling is found or the starting node is complete.
         for (;;) {
-            if (current == root) {
+            if (open.empty()) {
                 return;
             }
-            DOMNode const* parent = current->getParentNode();
+            DOMNode const* parent = open.back();
             if (parent->getNodeType() == DOMNode::DOCUMENT_NODE) {
                 *printer << EndL;
             }
@@ -214,6 +218,7 @@ void FormatNode(DOMNode const* node, XMLPrint* printer) {
                 current = next;
                 break;
             }
+            open.pop_back();
             FormatNodeEnd(parent, *printer);
             current = parent;
         }

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
-#include <source_location>
 #include <string>
 
 namespace TavoXML::detail {
@@ -36,22 +35,25 @@ constexpr XMLCh gQuoteRef[] = u"&quot;";
 // "\r\n"; its second unit alone is the line end without the carriage return.
 constexpr XMLCh EOLRef[] = u"\r\n";
 
-bool IsEscapeChar(XMLCh const* row, XMLCh unit) noexcept {
-    // Every special character lies at or below "<"; most text is decided by this one comparison.
-    if (unit > u'<') {
-        return false;
-    }
+// A row of the table as a bit set over the units 0 to 63, where all of its characters lie; built once.
+constexpr std::uint64_t RowMask(XMLCh const* row) noexcept {
+    std::uint64_t mask = 0;
     for (; *row != 0; ++row) {
-        if (*row == unit) {
-            return true;
-        }
+        mask |= std::uint64_t{1} << *row;
     }
-    return false;
+    return mask;
+}
+
+constexpr std::uint64_t gEscapeMasks[3] = {RowMask(gEscapeChars[0]), RowMask(gEscapeChars[1]),
+                                           RowMask(gEscapeChars[2])};
+
+bool IsEscapeChar(std::uint64_t rowMask, XMLCh unit) noexcept {
+    return unit < 64 && ((rowMask >> unit) & 1) != 0;
 }
 
 // A transcoder that takes no unit of a non-empty piece (a lone leading surrogate at its end) would
 // otherwise loop for ever; it fails like an unrepresentable character.
-[[noreturn]] void ThrowNoProgress(std::source_location where = std::source_location::current()) {
+[[noreturn]] void ThrowNoProgress(SourceLocation where = SourceLocation::current()) {
     std::string const file(SourceName(where));
     throw xercesc::TranscodingException(file.c_str(), where.line(), xercesc::XMLExcepts::Trans_BadSrcSeq,
                                         xercesc::XMLPlatformUtils::fgMemoryManager);
@@ -93,7 +95,7 @@ void XMLPrint::formatBuf(unsigned short const* text, unsigned long count, Escape
         return;
     }
     // Flags outside the table print like NoEscapes: only the line feed is special.
-    XMLCh const* row = gEscapeChars[escape == AttrEscapes ? 1 : escape == CharEscapes ? 2 : 0];
+    std::uint64_t const row = gEscapeMasks[escape == AttrEscapes ? 1 : escape == CharEscapes ? 2 : 0];
     bool const charEscapes = escape == CharEscapes;
     auto const option = unRep == UnRep_Replace ? XMLTranscoder::UnRep_RepChar : XMLTranscoder::UnRep_Throw;
     XMLCh const* cursor = AsXMLCh(text);
@@ -160,15 +162,29 @@ void XMLPrint::printSpecial(unsigned short unit) {
     }
 }
 
+bool XMLPrint::canTranscode(unsigned short unit) {
+    if (unit >= sizeof latin1Representable * 8) {
+        return transcoder->canTranscodeTo(unit);
+    }
+    std::uint64_t const bit = std::uint64_t{1} << (unit % 64);
+    if ((latin1Known[unit / 64] & bit) == 0) {
+        latin1Known[unit / 64] |= bit;
+        if (transcoder->canTranscodeTo(unit)) {
+            latin1Representable[unit / 64] |= bit;
+        }
+    }
+    return (latin1Representable[unit / 64] & bit) != 0;
+}
+
 void XMLPrint::specialFormat(unsigned short const* text, unsigned int count, EscapeFlags escape) {
     unsigned int done = 0;
     while (done < count) {
         unsigned int runEnd = done;
-        while (runEnd < count && transcoder->canTranscodeTo(text[runEnd])) {
+        while (runEnd < count && canTranscode(text[runEnd])) {
             ++runEnd;
         }
         formatBuf(text + done, runEnd - done, escape, UnRep_Fail);
-        for (; runEnd < count && !transcoder->canTranscodeTo(text[runEnd]); ++runEnd) {
+        for (; runEnd < count && !canTranscode(text[runEnd]); ++runEnd) {
             // "&#x", at most 8 hexadecimal digits, ";" and the terminator.
             XMLCh reference[3 + 8 + 1 + 1] = {u'&', u'#', u'x'};
             xercesc::XMLString::binToText(static_cast<unsigned int>(text[runEnd]), reference + 3, 8, 16);

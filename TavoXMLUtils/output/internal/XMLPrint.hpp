@@ -72,6 +72,8 @@ private:
     void printRun(XMLCh const* text, unsigned long count, xercesc::XMLTranscoder::UnRepOpts option);
     void printSpecial(unsigned short unit);
     void printRef(Ref& ref, XMLCh const* text, unsigned int length);
+    // The transcoder's canTranscodeTo, asked once per unit below 256 and kept.
+    bool canTranscode(unsigned short unit);
 
     xercesc::XMLTranscoder* transcoder;
     unsigned char eolBytes[10];
@@ -82,6 +84,8 @@ private:
     UnRepFlags unRepFlags;
     unsigned char* buffer;
     Ref aposRef, ampRef, gtRef, ltRef, quoteRef;
+    std::uint64_t latin1Known[4] = {};
+    std::uint64_t latin1Representable[4] = {};
 };
 
 XMLPrint& operator<<(XMLPrint& printer, Tavo::UniString const& text);
