@@ -20,7 +20,8 @@ namespace {
 
 std::size_t CountHits(std::u16string_view range, std::u16string_view pattern) noexcept {
     std::size_t hits = 0;
-    for (std::size_t at = range.find(pattern); at != range.npos; at = range.find(pattern, at + pattern.size())) {
+    for (std::size_t at = range.find(pattern); at != range.npos;
+         at = range.find(pattern, at + pattern.size())) {
         ++hits;
     }
     return hits;

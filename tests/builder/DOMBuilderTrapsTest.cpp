@@ -42,8 +42,9 @@ TEST(DOMBuilderTraps, TextLiteralsAreWrittenAsTextNotAsBool) {
     base.WriteEndElement();
     // bool still means bool.
     EXPECT_EQ(base.WriteXML("Flag", true), Tavo::NoError);
-    EXPECT_EQ(Exported(channel, false),
-              "<root><Title>Hello \xE2\x82\xAC</Title><Empty/><e k=\"v&amp;\">xy</e><Flag>true</Flag></root>");
+    EXPECT_EQ(
+        Exported(channel, false),
+        "<root><Title>Hello \xE2\x82\xAC</Title><Empty/><e k=\"v&amp;\">xy</e><Flag>true</Flag></root>");
 }
 
 TEST(DOMBuilderTraps, NulInsideAValueIsRefusedNotCut) {

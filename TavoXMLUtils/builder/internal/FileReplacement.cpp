@@ -79,13 +79,17 @@ bool FileReplacement::Commit() {
     return true;
 }
 
+// Runs from the destructor: whatever fails here is dropped, and the temporary file may then remain.
 void FileReplacement::Discard() noexcept {
-    if (file != nullptr) {
-        file->Close();
-    }
-    if (!temporary.IsEmpty()) {
-        Vesk::fileSystem.Delete(temporary, Vesk::DeleteFileOrEmptyFolder, Vesk::DeleteForce);
-        temporary.Clear();
+    try {
+        if (file != nullptr) {
+            file->Close();
+        }
+        if (!temporary.IsEmpty()) {
+            Vesk::fileSystem.Delete(temporary, Vesk::DeleteFileOrEmptyFolder, Vesk::DeleteForce);
+            temporary.Clear();
+        }
+    } catch (...) {
     }
 }
 
