@@ -86,8 +86,8 @@ void Finds3M(benchmark::State& state) {
 
 // A document with gRealNodes elements under its root.
 struct RealNodes {
-    xercesc::DOMDocument* document = xercesc::DOMImplementation::getImplementation()->createDocument(
-        nullptr, u"root", nullptr);
+    xercesc::DOMDocument* document =
+        xercesc::DOMImplementation::getImplementation()->createDocument(nullptr, u"root", nullptr);
     std::vector<xercesc::DOMElement*> nodes;
     RealNodes() {
         for (std::size_t i = 0; i < gRealNodes; ++i) {
