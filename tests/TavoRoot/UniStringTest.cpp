@@ -145,6 +145,12 @@ TEST(UniStringPrintf, ConversionsFlagsAndWidths) {
     EXPECT_EQ(U(UniString::PrintfFwd("%S and %s", L"w\U0001F600", static_cast<char const*>(nullptr))),
               u"w\U0001F600 and (null)");
     EXPECT_EQ(U(UniString::PrintfFwd("100%")), u"100%");
+    // '*' values come from the arguments (a negative width aligns left); an unknown conversion, %n and a
+    // directive cut off by the end of the format take no text of their own.
+    int count = 0;
+    EXPECT_EQ(U(UniString::PrintfFwd("[%*d][%.*s][%q][%n]%lu%-5", -4, 7, 2, "abc", &count, 8ul)),
+              u"[7   ][ab][%q][]8%-5");
+    EXPECT_EQ(count, 0);
     // %p gives the digits alone, so that a format's own "0x" is not doubled.
     EXPECT_EQ(U(UniString::PrintfFwd("0x%p|%p|%-3p|", static_cast<void const*>(&n), nullptr, nullptr)),
               u"0x" + U(UniString(pointer)) + u"|0|0  |");

@@ -39,8 +39,8 @@ int FileReplacement::WriteBin(char const* data, unsigned int count, unsigned int
 unsigned int FileReplacement::Begin() {
     Vesk::Location const folder = target.GetParent();
     Vesk::Name name;
-    if (unsigned int const generated =
-            Vesk::Folder(folder, 0).GenerateUnusedName(&name, gTemporaryPrefix, gTemporarySuffix)) {
+    if (unsigned int const generated = Vesk::Folder(folder, Vesk::FolderAccessDefault)
+                                           .GenerateUnusedName(&name, gTemporaryPrefix, gTemporarySuffix)) {
         return generated;
     }
     Vesk::Location candidate = folder;

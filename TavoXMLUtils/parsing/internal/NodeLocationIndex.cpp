@@ -21,6 +21,9 @@ void NodeLocations::Index::CatchUp(NodeLocations const& table) {
     }
     std::uint64_t const total = (pages.size() - 1) * std::uint64_t(kEntriesPerPage) + table.usedInLastPage;
     std::uint64_t const end = std::min(total, kMaxEntries);
+    // Room for all new entries at once, as if every one were a new node: one allocation instead of a
+    // rehash at every doubling.
+    Reserve(keys + static_cast<std::size_t>(end - std::min(end, indexedEntries)));
     for (; indexedEntries < end; ++indexedEntries) {
         Insert(static_cast<std::uint32_t>(indexedEntries));
     }
@@ -58,9 +61,7 @@ std::size_t NodeLocations::Index::SlotOf(xercesc::DOMNode const* node) const noe
 
 // A node already in the index keeps its earlier entry.
 void NodeLocations::Index::Insert(std::uint32_t entry) {
-    if ((keys + 1) * 2 > slots.size()) {
-        Grow();
-    }
+    Reserve(keys + 1);
     xercesc::DOMNode const* const node = KeyOf(entry);
     std::size_t const mask = slots.size() - 1;
     for (std::size_t slot = SlotOf(node);; slot = (slot + 1) & mask) {
@@ -75,9 +76,13 @@ void NodeLocations::Index::Insert(std::uint32_t entry) {
     }
 }
 
-// Doubles the table and puts every key back; the old slots stay until the new ones are complete.
-void NodeLocations::Index::Grow() {
-    std::vector<std::uint32_t> old(std::max(gInitialSlots, slots.size() * 2), kEmpty);
+// Keeps the table at most half full for `wanted` keys. Every key is put back into the larger table; the
+// old slots stay until the new ones are complete.
+void NodeLocations::Index::Reserve(std::size_t wanted) {
+    if (wanted * 2 <= slots.size()) {
+        return;
+    }
+    std::vector<std::uint32_t> old(std::max(gInitialSlots, std::bit_ceil(wanted * 2)), kEmpty);
     old.swap(slots);
     shift = 64 - std::countr_zero(slots.size());
     keys = 0;

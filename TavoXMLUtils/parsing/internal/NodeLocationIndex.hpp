@@ -38,7 +38,7 @@ private:
     NodeLocationInfo* InfoOf(std::uint32_t entry) const noexcept;
     std::size_t SlotOf(xercesc::DOMNode const* node) const noexcept;
     void Insert(std::uint32_t entry);
-    void Grow();
+    void Reserve(std::size_t wanted);
 
     std::vector<Page*> pages;         // page k holds the entries 255k to 255k + 254
     std::vector<std::uint32_t> slots; // entry number + 1, or kEmpty; a power of two in size
