@@ -70,7 +70,6 @@ public:
     // A value with a character that XML cannot hold (U+0000 included) leaves the element empty, adds the
     // message "Content of <name> contains invalid characters" and returns GeneralError. CR LF and lone CR
     // become LF where the implementation's line-end option says so. GeneralError with no element open.
-
     virtual int WriteXML(char const* name, char value) = 0;
     virtual int WriteXML(char const* name, signed char value) = 0;
     virtual int WriteXML(char const* name, unsigned char value) = 0;
