@@ -10,6 +10,8 @@
 #include "TavoXMLUtils/support/internal/XMLChText.hpp"
 #include "Vesk/Location.hpp"
 
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/util/XMLString.hpp>
 
 using namespace xercesc;

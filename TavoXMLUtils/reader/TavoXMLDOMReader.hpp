@@ -18,9 +18,13 @@
 #include "TavoXMLUtils/TavoXMLUtilsExport.hpp"
 #include "TavoXMLUtils/parsing/NodeLocations.hpp"
 
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMElement.hpp>
-#include <xercesc/dom/DOMNode.hpp>
+#include <xercesc/util/XercesDefs.hpp>
+
+XERCES_CPP_NAMESPACE_BEGIN
+class DOMDocument;
+class DOMElement;
+class DOMNode;
+XERCES_CPP_NAMESPACE_END
 
 namespace Vesk {
 class Location;

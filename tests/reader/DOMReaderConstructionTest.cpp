@@ -6,6 +6,7 @@
 #include "Vesk/Location.hpp"
 
 #include <gtest/gtest.h>
+#include <xercesc/dom/DOM.hpp>
 
 #include <cstdint>
 #include <sstream>

@@ -5,6 +5,7 @@
 #include "Vesk/Location.hpp"
 
 #include <gtest/gtest.h>
+#include <xercesc/dom/DOM.hpp>
 
 #include <stdexcept>
 
