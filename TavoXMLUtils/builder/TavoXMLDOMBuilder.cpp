@@ -122,7 +122,7 @@ DOMBuilder::~DOMBuilder() {
         try {
             WriteFileOnDestruction();
         } catch (...) {
-            // A destructor must not throw: the file is then not (completely) written, as for a failed open.
+            // A destructor must not throw: the old file then stays as it was.
         }
     }
     if (ownsDocument && document != nullptr) {
