@@ -259,12 +259,13 @@ DOMNode* DOMReader::GetActualNode() {
     return actNode;
 }
 
+// A reader built on a null element has no node: it has no child and no sibling either.
 DOMNode* DOMReader::GetFirstElementChild() {
-    return FirstElementChildOf(actNode);
+    return actNode == nullptr ? nullptr : FirstElementChildOf(actNode);
 }
 
 DOMNode* DOMReader::GetNextElementSibling() {
-    return NextElementSiblingOf(actNode);
+    return actNode == nullptr ? nullptr : NextElementSiblingOf(actNode);
 }
 
 Tavo::XMLTokenType DOMReader::GetTokenType() {

@@ -140,7 +140,8 @@ public:
     int GetNumberOfMessage() override;
     void GetMessage(int index, Tavo::UniString& text, int& line) override;
 
-    // The node under the cursor, and its first element child and next element sibling (the cursor stays).
+    // The node under the cursor, and its first element child and next element sibling (the cursor stays);
+    // null where there is none, also without a node under the cursor.
     virtual xercesc::DOMNode* GetActualNode();
     virtual xercesc::DOMNode* GetFirstElementChild();
     virtual xercesc::DOMNode* GetNextElementSibling();
