@@ -1,6 +1,8 @@
 // TavoXML::SAX2Writer: SAX2 events written at once through an XMLFormatter.
 #include "TavoXMLUtils/output/SAX2Writer.hpp"
 
+#include "TavoXMLUtils/output/internal/SAXEventText.hpp"
+
 #include <xercesc/framework/XMLFormatter.hpp>
 #include <xercesc/sax2/Attributes.hpp>
 #include <xercesc/util/XMLString.hpp>
@@ -12,11 +14,7 @@ namespace {
 
 using xercesc::XMLFormatter;
 
-constexpr XMLCh gXMLDecl1[] = u"<?xml version=\"1.0\" encoding=\"";
-constexpr XMLCh gXMLDecl2[] = u"\"?>\n";
-constexpr XMLCh gEndElement[] = u"</";
-constexpr XMLCh gStartPI[] = u"<?";
-constexpr XMLCh gEndPI[] = u"?>";
+using detail::gSAXEndElement;
 
 // The zero-length string, not XMLUni::fgEmptyString: that one is the keyword "EMPTY". A parser never
 // passes null; a caller that does gets the local name alone rather than a crash in the comparison.
@@ -28,7 +26,7 @@ bool IsEmptyURI(XMLCh const* uri) {
 
 SAX2Writer::SAX2Writer(XMLFormatter& formatter, bool expandNamespaces)
     : expandNamespaces(expandNamespaces), formatter(formatter) {
-    formatter << gXMLDecl1 << formatter.getEncodingName() << gXMLDecl2;
+    detail::WriteSAXDeclaration(formatter);
 }
 
 SAX2Writer::~SAX2Writer() = default;
@@ -59,25 +57,21 @@ void SAX2Writer::startElement(XMLCh const* const uri, XMLCh const* const localna
 }
 
 void SAX2Writer::endElement(XMLCh const* const uri, XMLCh const* const localname, XMLCh const* const qname) {
-    formatter << XMLFormatter::NoEscapes << gEndElement;
+    formatter << XMLFormatter::NoEscapes << gSAXEndElement;
     writeName(uri, localname, qname);
     formatter << u'>';
 }
 
 void SAX2Writer::characters(XMLCh const* const chars, XMLSize_t const length) {
-    formatter.formatBuf(chars, length, XMLFormatter::CharEscapes, XMLFormatter::DefaultUnRep);
+    detail::WriteSAXCharacters(formatter, chars, length);
 }
 
 void SAX2Writer::ignorableWhitespace(XMLCh const* const chars, XMLSize_t const length) {
-    formatter.formatBuf(chars, length, XMLFormatter::NoEscapes, XMLFormatter::DefaultUnRep);
+    detail::WriteSAXIgnorable(formatter, chars, length);
 }
 
 void SAX2Writer::processingInstruction(XMLCh const* const target, XMLCh const* const data) {
-    formatter << XMLFormatter::NoEscapes << gStartPI << target;
-    if (data != nullptr) {
-        formatter << u' ' << data;
-    }
-    formatter << XMLFormatter::NoEscapes << gEndPI;
+    detail::WriteSAXProcessingInstruction(formatter, target, data);
 }
 
 void SAX2Writer::setDocumentLocator(xercesc::Locator const* const newLocator) {

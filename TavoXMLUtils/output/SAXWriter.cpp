@@ -1,6 +1,8 @@
 // TavoXML::SAXWriter: SAX1 events written at once through an XMLFormatter.
 #include "TavoXMLUtils/output/SAXWriter.hpp"
 
+#include "TavoXMLUtils/output/internal/SAXEventText.hpp"
+
 #include <xercesc/framework/XMLFormatter.hpp>
 #include <xercesc/sax/AttributeList.hpp>
 
@@ -10,16 +12,12 @@ namespace {
 
 using xercesc::XMLFormatter;
 
-constexpr XMLCh gXMLDecl1[] = u"<?xml version=\"1.0\" encoding=\"";
-constexpr XMLCh gXMLDecl2[] = u"\"?>\n";
-constexpr XMLCh gEndElement[] = u"</";
-constexpr XMLCh gStartPI[] = u"<?";
-constexpr XMLCh gEndPI[] = u"?>";
+using detail::gSAXEndElement;
 
 } // namespace
 
 SAXWriter::SAXWriter(XMLFormatter& formatter) : formatter(formatter) {
-    formatter << gXMLDecl1 << formatter.getEncodingName() << gXMLDecl2;
+    detail::WriteSAXDeclaration(formatter);
 }
 
 SAXWriter::~SAXWriter() = default;
@@ -35,23 +33,19 @@ void SAXWriter::startElement(XMLCh const* const name, xercesc::AttributeList& at
 }
 
 void SAXWriter::endElement(XMLCh const* const name) {
-    formatter << XMLFormatter::NoEscapes << gEndElement << name << u'>';
+    formatter << XMLFormatter::NoEscapes << gSAXEndElement << name << u'>';
 }
 
 void SAXWriter::characters(XMLCh const* const chars, XMLSize_t const length) {
-    formatter.formatBuf(chars, length, XMLFormatter::CharEscapes, XMLFormatter::DefaultUnRep);
+    detail::WriteSAXCharacters(formatter, chars, length);
 }
 
 void SAXWriter::ignorableWhitespace(XMLCh const* const chars, XMLSize_t const length) {
-    formatter.formatBuf(chars, length, XMLFormatter::NoEscapes, XMLFormatter::DefaultUnRep);
+    detail::WriteSAXIgnorable(formatter, chars, length);
 }
 
 void SAXWriter::processingInstruction(XMLCh const* const target, XMLCh const* const data) {
-    formatter << XMLFormatter::NoEscapes << gStartPI << target;
-    if (data != nullptr) {
-        formatter << u' ' << data;
-    }
-    formatter << XMLFormatter::NoEscapes << gEndPI;
+    detail::WriteSAXProcessingInstruction(formatter, target, data);
 }
 
 void SAXWriter::setDocumentLocator(xercesc::Locator const* const newLocator) {
