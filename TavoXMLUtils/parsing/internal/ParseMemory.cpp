@@ -1,0 +1,167 @@
+#include "TavoXMLUtils/parsing/internal/ParseMemory.hpp"
+
+#include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include <cstddef>
+#include <limits>
+#include <new>
+
+namespace TavoXML::detail {
+
+namespace {
+
+// Every parse may use this much, however small its document: the parser's own tables, a DTD with its
+// grammar, the buffers of the first element.
+constexpr std::size_t gMinimumBudget = std::size_t{128} << 20;
+// And this much for each byte of the document read: a DOM tree, its strings and the line table take a
+// few times the text; the rest is room for long values that are copied while they grow.
+constexpr std::size_t gBudgetPerInputByte = 16;
+// Marks the blocks of this manager, so that a foreign block is never taken for one of ours.
+constexpr std::uint32_t gBlockMagic = 0x7a5e0b1c;
+
+} // namespace
+
+struct alignas(alignof(std::max_align_t)) ParseMemory::Block {
+    Block* previous;
+    Block* next;
+    std::size_t size;
+    std::uint32_t cohort;
+    std::uint32_t magic;
+};
+
+ParseMemory* ParseMemory::Create() {
+    return new ParseMemory();
+}
+
+ParseMemory::~ParseMemory() = default;
+
+xercesc::MemoryManager* ParseMemory::getExceptionMemoryManager() {
+    // Exceptions may outlive this manager (a caught exception outlives a parser on the stack).
+    return xercesc::XMLPlatformUtils::fgMemoryManager;
+}
+
+bool ParseMemory::OverBudget(std::size_t size) const {
+    std::size_t const perInput =
+        inputBytes > (std::numeric_limits<std::size_t>::max() - gMinimumBudget) / gBudgetPerInputByte
+            ? std::numeric_limits<std::size_t>::max() - gMinimumBudget
+            : inputBytes * gBudgetPerInputByte;
+    std::size_t const budget = gMinimumBudget + perInput;
+    return size > budget || cohortBytes > budget - size;
+}
+
+void* ParseMemory::allocate(XMLSize_t size) {
+    std::lock_guard const lock(mutex);
+    if (cohort != 0 && OverBudget(size)) {
+        budgetExceeded = true;
+        throw xercesc::OutOfMemoryException();
+    }
+    if (size > std::numeric_limits<std::size_t>::max() - sizeof(Block)) {
+        throw xercesc::OutOfMemoryException();
+    }
+    void* raw = ::operator new(sizeof(Block) + size, std::nothrow);
+    if (raw == nullptr) {
+        throw xercesc::OutOfMemoryException();
+    }
+    auto* const block = new (raw) Block{nullptr, first, size, cohort, gBlockMagic};
+    if (first != nullptr) {
+        first->previous = block;
+    }
+    first = block;
+    ++liveBlocks;
+    if (cohort != 0) {
+        cohortBytes += size;
+    }
+    return block + 1;
+}
+
+void ParseMemory::Unlink(Block* block) noexcept {
+    if (block->previous != nullptr) {
+        block->previous->next = block->next;
+    } else {
+        first = block->next;
+    }
+    if (block->next != nullptr) {
+        block->next->previous = block->previous;
+    }
+    if (cohort != 0 && block->cohort == cohort) {
+        cohortBytes -= block->size;
+    }
+    block->magic = 0;
+    --liveBlocks;
+    ::operator delete(block);
+}
+
+void ParseMemory::deallocate(void* pointer) {
+    if (pointer == nullptr) {
+        return;
+    }
+    Block* const block = static_cast<Block*>(pointer) - 1;
+    bool lastGone = false;
+    {
+        std::lock_guard const lock(mutex);
+        if (block->magic != gBlockMagic) {
+            return; // not ours: never free what we can't account for
+        }
+        Unlink(block);
+        lastGone = retired && liveBlocks == 0;
+    }
+    if (lastGone) {
+        delete this;
+    }
+}
+
+void ParseMemory::BeginParse() {
+    std::lock_guard const lock(mutex);
+    cohort = ++lastCohort;
+    failed.resize(std::size_t{lastCohort} + 1, false);
+    cohortBytes = 0;
+    inputBytes = 0;
+    budgetExceeded = false;
+}
+
+void ParseMemory::EndParse(bool documentCameOut) {
+    std::lock_guard const lock(mutex);
+    if (cohort != 0 && !documentCameOut) {
+        failed[cohort] = true;
+    }
+    cohort = 0;
+    cohortBytes = 0;
+}
+
+void ParseMemory::AddInputBytes(std::size_t count) {
+    std::lock_guard const lock(mutex);
+    inputBytes += count;
+}
+
+std::size_t ParseMemory::InputBytes() const {
+    std::lock_guard const lock(mutex);
+    return inputBytes;
+}
+
+bool ParseMemory::BudgetExceeded() const {
+    std::lock_guard const lock(mutex);
+    return budgetExceeded;
+}
+
+void ParseMemory::Retire() noexcept {
+    bool nothingLeft = false;
+    {
+        std::lock_guard const lock(mutex);
+        cohort = 0;
+        for (Block* block = first; block != nullptr;) {
+            Block* const next = block->next;
+            if (block->cohort != 0 && failed[block->cohort]) {
+                Unlink(block);
+            }
+            block = next;
+        }
+        retired = true;
+        nothingLeft = liveBlocks == 0;
+    }
+    if (nothingLeft) {
+        delete this;
+    }
+}
+
+} // namespace TavoXML::detail
