@@ -1,7 +1,7 @@
 #include "TavoRoot/Guid.hpp"
 
-#include "TavoRoot/HexDigits.hpp"
 #include "TavoRoot/XMLTypes.hpp"
+#include "TavoRoot/internal/HexDigits.hpp"
 
 #include <algorithm>
 #include <random>

@@ -11,6 +11,7 @@
 #include "TavoRoot/TavoRootExport.hpp"
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace Tavo {
@@ -222,5 +223,8 @@ TAVOROOT_API char16_t ToLowerCase(char16_t c) noexcept;
 // Length of a zero-terminated 16-bit string, and a copy of one including its terminator.
 TAVOROOT_API unsigned int ucslen(unsigned short const* text) noexcept;
 TAVOROOT_API unsigned short* ucscpy(unsigned short* target, unsigned short const* source) noexcept;
+
+// The text as UTF-8 bytes (a lone surrogate becomes '?'), for printing and for the standard library.
+TAVOROOT_API std::string ToUTF8String(UniString const& text);
 
 } // namespace Tavo

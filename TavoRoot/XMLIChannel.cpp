@@ -1,7 +1,7 @@
 #include "TavoRoot/XMLIChannel.hpp"
 
 #include "TavoRoot/Handle.hpp"
-#include "TavoRoot/HexDigits.hpp"
+#include "TavoRoot/internal/HexDigits.hpp"
 
 #include <algorithm>
 #include <cstring>

@@ -1,8 +1,8 @@
 #include "TavoRoot/XMLOChannel.hpp"
 
 #include "TavoRoot/Handle.hpp"
-#include "TavoRoot/HexDigits.hpp"
 #include "TavoRoot/Numbers.hpp"
+#include "TavoRoot/internal/HexDigits.hpp"
 
 #include <string>
 

@@ -26,7 +26,6 @@
 #include "Vesk/Name.hpp"
 #include "Vesk/RelativeLocation.hpp"
 
-#include "TavoXMLUtils/parsing/DOMTreeErrorReporter.hpp"
 #include "TavoXMLUtils/parsing/NodeLocations.hpp"
 #include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
 

@@ -1,6 +1,6 @@
 #include "Vesk/File.hpp"
 
-#include "Vesk/SystemStatus.hpp"
+#include "Vesk/internal/SystemStatus.hpp"
 
 #include <cerrno>
 #include <filesystem>

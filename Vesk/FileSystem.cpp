@@ -1,6 +1,6 @@
 #include "Vesk/FileSystem.hpp"
 
-#include "Vesk/SystemStatus.hpp"
+#include "Vesk/internal/SystemStatus.hpp"
 
 #include <cstdlib>
 #include <filesystem>

@@ -1,7 +1,7 @@
 #include "Vesk/Folder.hpp"
 
-#include "Vesk/NativeText.hpp"
 #include "Vesk/VeskStatus.hpp"
+#include "Vesk/internal/NativeText.hpp"
 
 #include <filesystem>
 #include <random>

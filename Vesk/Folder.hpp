@@ -4,12 +4,13 @@
 #include "Vesk/Location.hpp"
 #include "Vesk/Name.hpp"
 #include "Vesk/VeskExport.hpp"
+#include "Vesk/VeskStatus.hpp"
 
 namespace Vesk {
 
 class VESK_API Folder {
 public:
-    // `flags` is reserved; pass 0.
+    // `flags` is reserved; pass FolderAccessDefault.
     Folder(Location const& location, int flags);
 
     Location const& GetLocation() const noexcept { return location; }

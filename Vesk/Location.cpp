@@ -1,8 +1,8 @@
 #include "Vesk/Location.hpp"
 
-#include "Vesk/NativeText.hpp"
-#include "Vesk/PercentCoding.hpp"
 #include "Vesk/VeskStatus.hpp"
+#include "Vesk/internal/NativeText.hpp"
+#include "Vesk/internal/PercentCoding.hpp"
 
 #include <filesystem>
 #include <system_error>

@@ -1,7 +1,7 @@
 #include "Vesk/RelativeLocation.hpp"
 
-#include "Vesk/NativeText.hpp"
-#include "Vesk/PercentCoding.hpp"
+#include "Vesk/internal/NativeText.hpp"
+#include "Vesk/internal/PercentCoding.hpp"
 
 #include <string>
 

@@ -23,6 +23,11 @@ enum SpecialLocation : int {
     SpecialLocationTemporary = 12,
 };
 
+// Flags of a Folder; none are defined, so every Folder is made with FolderAccessDefault.
+enum FolderFlags : int {
+    FolderAccessDefault = 0,
+};
+
 // What Delete does with folders (the second argument of fileSystem.Delete).
 enum DeleteMode : int {
     DeleteFileOrEmptyFolder = 0,

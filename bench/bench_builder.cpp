@@ -5,7 +5,7 @@
 #include "BenchDocument.hpp"
 #include "BenchReporter.hpp"
 #include "TavoXMLUtils/TavoXMLUtils.hpp"
-#include "TavoXMLUtils/support/XMLChText.hpp"
+#include "TavoXMLUtils/support/internal/XMLChText.hpp"
 
 #include <benchmark/benchmark.h>
 

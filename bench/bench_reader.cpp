@@ -9,7 +9,7 @@
 #include "TavoXMLUtils/TavoXMLUtils.hpp"
 #include "TavoXMLUtils/builder/TavoXMLDOMBuilder.hpp"
 #include "TavoXMLUtils/reader/TavoXMLDOMReader.hpp"
-#include "TavoXMLUtils/support/XMLChText.hpp"
+#include "TavoXMLUtils/support/internal/XMLChText.hpp"
 
 #include <benchmark/benchmark.h>
 

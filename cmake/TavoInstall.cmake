@@ -9,7 +9,7 @@ install(TARGETS TavoRoot Vesk TavoXMLUtils EXPORT TavoXMLUtilsTargets
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 foreach(dir TavoRoot Vesk TavoXMLUtils)
     install(DIRECTORY ${PROJECT_SOURCE_DIR}/${dir}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${dir}
-        FILES_MATCHING PATTERN "*.hpp")
+        FILES_MATCHING PATTERN "*.hpp" PATTERN internal EXCLUDE)
 endforeach()
 
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/TavoXMLUtils)

@@ -1,10 +1,12 @@
 // DOMBuilder: document lifecycle, cursor, layout whitespace, messages, export and the file written at
 // destruction. The value writers are in TavoXMLDOMBuilderValues.cpp.
 #include "TavoXMLUtils/builder/TavoXMLDOMBuilder.hpp"
+#include "TavoXMLUtils/support/internal/Failures.hpp"
+#include "TavoXMLUtils/support/internal/Throw.hpp"
 
-#include "TavoXMLUtils/support/NameText.hpp"
 #include "TavoXMLUtils/interface/TavoXMLExceptions.hpp"
-#include "TavoXMLUtils/support/XMLChText.hpp"
+#include "TavoXMLUtils/support/internal/NameText.hpp"
+#include "TavoXMLUtils/support/internal/XMLChText.hpp"
 #include "Vesk/File.hpp"
 #include "Vesk/FileSystem.hpp"
 #include "Vesk/Folder.hpp"
@@ -32,7 +34,6 @@ namespace TavoXML {
 
 namespace {
 
-constexpr char gSourceFile[] = "TavoXMLDOMBuilder";
 // Line feed and tabs up to this length are built on the stack.
 constexpr unsigned int gStackIndentLength = 127;
 constexpr XMLSize_t gInitialExportCapacity = 1023;
@@ -89,7 +90,7 @@ void DOMBuilder::ConstructInternal(Vesk::Location const& target, bool writeAtDes
     document = xercesc::DOMImplementation::getImplementation()->createDocument(
         nullptr, hasTopLevelTag ? tag->Get() : nullptr, nullptr, xercesc::XMLPlatformUtils::fgMemoryManager);
     if (document == nullptr) {
-        throw DOMBuilderException("Creating document failed.", gSourceFile, __LINE__, -36);
+        detail::Throw<DOMBuilderException>("Creating document failed.", detail::ConstructionErrorCode);
     }
     if (hasTopLevelTag && withAutoTabs) {
         // Puts the root on a line of its own behind the XML declaration. The destructor does not run for a
@@ -150,7 +151,7 @@ Vesk::Location DOMBuilder::NewScratchFileLocation() const {
     Vesk::Location folderLocation;
     Vesk::fileSystem.GetSpecialLocation(Vesk::SpecialLocationTemporary, &folderLocation);
     Vesk::Name name;
-    Vesk::Folder(folderLocation, 0).GenerateUnusedName(&name, "Scratch_", "");
+    Vesk::Folder(folderLocation, Vesk::FolderAccessDefault).GenerateUnusedName(&name, "Scratch_", "");
     name.AppendExtension("xml");
     folderLocation.AppendToLocal(name);
     return folderLocation;

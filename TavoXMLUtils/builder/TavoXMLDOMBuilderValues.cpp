@@ -10,10 +10,11 @@
 // The value path copies no text: the funnels hand the string's own 16-bit buffer to the DOM, names are
 // widened on the stack, and a copy is made only to normalise line ends that are really there.
 #include "TavoXMLUtils/builder/TavoXMLDOMBuilder.hpp"
+#include "TavoXMLUtils/support/internal/Failures.hpp"
 
 #include "TavoRoot/Numbers.hpp"
-#include "TavoXMLUtils/support/NameText.hpp"
-#include "TavoXMLUtils/support/XMLChText.hpp"
+#include "TavoXMLUtils/support/internal/NameText.hpp"
+#include "TavoXMLUtils/support/internal/XMLChText.hpp"
 
 #include <xercesc/dom/DOMCDATASection.hpp>
 #include <xercesc/dom/DOMDocument.hpp>
@@ -67,7 +68,7 @@ int DOMBuilder::WriteXML(char const* name, Tavo::Guid const& value) {
 int DOMBuilder::WriteXML(char const* name, Tavo::UniString const& value) {
     NameText const tag(name);
     if (tag.ContainsBlank()) {
-        return 2;
+        return detail::PlainFailureStatus;
     }
     if (actualNode == nullptr) {
         return Tavo::GeneralError; // no element to write into yet

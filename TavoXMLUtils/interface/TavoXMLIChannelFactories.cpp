@@ -1,6 +1,8 @@
 // Input channel factories: each packs the construction of a DOMReader into a callable and hands it to
 // CreateXMLIChannelInternal, which applies the exception policy.
 #include "TavoXMLUtils/interface/TavoXMLIChannelFactories.hpp"
+#include "TavoXMLUtils/support/internal/Failures.hpp"
+#include "TavoXMLUtils/support/internal/Throw.hpp"
 
 #include "TavoXMLUtils/interface/TavoXMLExceptions.hpp"
 #include "TavoXMLUtils/reader/TavoXMLDOMReader.hpp"
@@ -16,14 +18,11 @@ namespace TavoXML {
 
 namespace {
 
-constexpr char gSourceFile[] = "TavoXMLIChannelFactories";
-constexpr int gFactoryErrorCode = -36;
-
 // Throws the factory exception under ThrowOnError; returns for every other policy value. Called from
 // inside a catch block; the caught exception is not attached.
 void OnIChannelError(ExceptionPolicy policy, Tavo::UniString const& text) {
     if (static_cast<int>(policy) == ThrowOnError) {
-        throw XMLIChannelException(text, gSourceFile, __LINE__, gFactoryErrorCode);
+        detail::Throw<XMLIChannelException>(text, detail::ConstructionErrorCode);
     }
 }
 

@@ -1,10 +1,12 @@
 // The output-side factories, disposal and export of a channel.
 #include "TavoXMLUtils/interface/TavoXMLInterface.hpp"
+#include "TavoXMLUtils/support/internal/Failures.hpp"
+#include "TavoXMLUtils/support/internal/Throw.hpp"
 
 #include "TavoXMLUtils/builder/TavoXMLDOMBuilder.hpp"
-#include "TavoXMLUtils/interface/LibraryStartup.hpp"
 #include "TavoXMLUtils/interface/TavoXMLExceptions.hpp"
 #include "TavoXMLUtils/interface/XercescInitializer.hpp"
+#include "TavoXMLUtils/interface/internal/LibraryStartup.hpp"
 
 #include <xercesc/dom/DOMException.hpp>
 
@@ -18,12 +20,10 @@ static XercescInitializer xercescInitializer TAVOXML_STARTUP_AT(TAVOXML_STARTUP_
 
 namespace {
 
-constexpr char gSourceFile[] = "TavoXMLInterface";
-
 // Only the value 1 throws; the caught exception is not attached.
 void OnOChannelError(ExceptionPolicy policy, Tavo::UniString const& text) {
     if (policy == ThrowOnError) {
-        throw XMLOChannelException(text, gSourceFile, __LINE__, -36);
+        detail::Throw<XMLOChannelException>(text, detail::ConstructionErrorCode);
     }
 }
 

@@ -1,4 +1,5 @@
 #include "TavoXMLUtils/interface/XercescInitializer.hpp"
+#include "TavoXMLUtils/support/internal/Throw.hpp"
 
 #include "TavoRoot/TavoException.hpp"
 
@@ -8,8 +9,6 @@
 namespace TavoXML {
 
 namespace {
-
-constexpr char gSourceFile[] = "XercescInitializer";
 
 // True while Xerces-C++ is initialised by this library. Shared by all instances; touched only while the
 // library loads and unloads (and by instances that a client builds itself), so it needs no lock.
@@ -27,7 +26,8 @@ XercescInitializer::XercescInitializer() noexcept {
         xercescInited = true;
     } catch (...) {
         // Loading goes on; every later DOM call fails in its own way.
-        DBBreak(gSourceFile, __LINE__, "XML Initialize error", "XercescInitializer", nullptr, nullptr);
+        DBBreak(std::string(detail::SourceName(std::source_location::current())).c_str(), __LINE__,
+                "XML Initialize error", "XercescInitializer", nullptr, nullptr);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "TavoXMLUtils/parsing/LocationInputSource.hpp"
+#include "TavoXMLUtils/parsing/internal/LocationBinInputStream.hpp"
 
-#include "TavoXMLUtils/support/XMLChText.hpp"
+#include "TavoXMLUtils/support/internal/XMLChText.hpp"
 
 #include <xercesc/util/PlatformUtils.hpp>
 

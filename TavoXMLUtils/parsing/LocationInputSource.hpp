@@ -3,7 +3,6 @@
 #pragma once
 
 #include "TavoXMLUtils/TavoXMLUtilsExport.hpp"
-#include "TavoXMLUtils/parsing/LocationBinInputStream.hpp"
 #include "Vesk/Location.hpp"
 
 #include <xercesc/sax/InputSource.hpp>

@@ -1,10 +1,12 @@
 #include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
+#include "TavoXMLUtils/support/internal/Failures.hpp"
+#include "TavoXMLUtils/support/internal/Throw.hpp"
 
 #include "TavoRoot/TavoException.hpp"
-#include "TavoXMLUtils/parsing/DOMTreeErrorReporter.hpp"
 #include "TavoXMLUtils/parsing/LocationInputSource.hpp"
-#include "TavoXMLUtils/parsing/TavoEntityResolver.hpp"
-#include "TavoXMLUtils/support/XMLChText.hpp"
+#include "TavoXMLUtils/parsing/internal/DOMTreeErrorReporter.hpp"
+#include "TavoXMLUtils/parsing/internal/TavoEntityResolver.hpp"
+#include "TavoXMLUtils/support/internal/XMLChText.hpp"
 #include "Vesk/File.hpp"
 
 #include <xercesc/dom/DOMException.hpp>
@@ -24,7 +26,6 @@ constexpr char const* gParseFailed = "Failed to parse XML document";
 constexpr char const* gMemoryError = "Memory error";
 constexpr char const* gSchemaNotOpened = "Could not open the XML Schema file.";
 constexpr char const* gSchemaNotLoaded = "Could not load the XML Schema.";
-constexpr int gGeneralError = -7003;
 
 void Report(NodeLocationInfo* errorLocation, Tavo::UniString* errorMessage, XMLFileLoc line,
             Tavo::UniString const& text) {
@@ -77,7 +78,7 @@ bool ValidatingXMLParser::LoadSchema(Vesk::Location const& location, NodeLocatio
         parser.setErrorHandler(&reporter);
         if (parser.loadGrammar(TavoXML::AsXMLCh(path), xercesc::Grammar::SchemaGrammarType, true) ==
             nullptr) {
-            throw Tavo::TavoException("", __FILE__, __LINE__, nullptr, gGeneralError);
+            TavoXML::detail::Throw<Tavo::TavoException>("", TavoXML::detail::GeneralError);
         }
         parser.setValidationScheme(xercesc::AbstractDOMParser::Val_Always);
         parser.setDoSchema(true);

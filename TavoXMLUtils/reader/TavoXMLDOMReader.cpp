@@ -1,11 +1,13 @@
 // TavoXML::DOMReader: construction, the message list and the token cursor. The typed value readers
 // are in TavoXMLDOMReaderValues.cpp.
 #include "TavoXMLUtils/reader/TavoXMLDOMReader.hpp"
+#include "TavoXMLUtils/support/internal/Failures.hpp"
+#include "TavoXMLUtils/support/internal/Throw.hpp"
 
-#include "TavoXMLUtils/support/NameText.hpp"
 #include "TavoXMLUtils/interface/TavoXMLExceptions.hpp"
 #include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
-#include "TavoXMLUtils/support/XMLChText.hpp"
+#include "TavoXMLUtils/support/internal/NameText.hpp"
+#include "TavoXMLUtils/support/internal/XMLChText.hpp"
 #include "Vesk/Location.hpp"
 
 #include <xercesc/util/XMLString.hpp>
@@ -16,16 +18,10 @@ namespace TavoXML {
 
 namespace {
 
-// Thrower's file as the exceptions of this library name it: no folder, no extension.
-constexpr char gSourceFile[] = "TavoXMLDOMReader";
 // Name of a memory buffer given to the parser; it becomes the document's URI.
 constexpr char gMemoryBufferName[] = "DOMReaderCreationFromMemory";
 constexpr char gEndOfXML[] = "End of XML reached, token with the specified name was not found";
 constexpr char gTokenNotFound[] = "Token with specified name was not found: ";
-// Result of ReadStartElement without a node; no named constant exists for it.
-constexpr int gNoCurrentNode = 2;
-// Error code of the exceptions thrown by constructors.
-constexpr int gConstructionErrorCode = -36;
 
 // The reports of a failed parse. The spacing differs between the two forms on purpose, and the last
 // line carries no line end.
@@ -170,7 +166,7 @@ bool DOMReader::ConstructInternal(DOMDocument* parsedDocument, char const* topLe
     messagesAsked = false;
     document = parsedDocument;
     if (document == nullptr) {
-        throw DOMReaderException(errorText, gSourceFile, __LINE__, gConstructionErrorCode);
+        detail::Throw<DOMReaderException>(errorText, detail::ConstructionErrorCode);
     }
     actNode = document->getDocumentElement();
     return CheckTopLevelTag(topLevelTag);
@@ -348,7 +344,7 @@ Tavo::XMLTokenType DOMReader::GetNextStartTokenName(Tavo::UniString& name) {
 
 int DOMReader::ReadStartElement(char const* name) {
     if (IsUnusable()) {
-        return gNoCurrentNode;
+        return detail::PlainFailureStatus; // ReadStartElement without a node
     }
     Cursor const start = SaveCursor();
 

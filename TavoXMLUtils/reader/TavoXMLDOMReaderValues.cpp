@@ -4,7 +4,7 @@
 #include "TavoXMLUtils/reader/TavoXMLDOMReader.hpp"
 
 #include "TavoRoot/Numbers.hpp"
-#include "TavoXMLUtils/support/XMLChText.hpp"
+#include "TavoXMLUtils/support/internal/XMLChText.hpp"
 
 #include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMException.hpp>

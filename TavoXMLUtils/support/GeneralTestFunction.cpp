@@ -2,11 +2,11 @@
 #include "TavoXMLUtils/support/GeneralTestFunction.hpp"
 
 #include "TavoRoot/XMLTypes.hpp"
-#include "TavoXMLUtils/interface/LibraryStartup.hpp"
 #include "TavoXMLUtils/interface/TavoXMLChannelGuards.hpp"
 #include "TavoXMLUtils/interface/TavoXMLIChannelFactories.hpp"
 #include "TavoXMLUtils/interface/TavoXMLInterface.hpp"
 #include "TavoXMLUtils/interface/XercescInitializer.hpp"
+#include "TavoXMLUtils/interface/internal/LibraryStartup.hpp"
 #include "TavoXMLUtils/reader/TavoXMLDOMReader.hpp"
 #include "Vesk/FileSystem.hpp"
 #include "Vesk/Name.hpp"
@@ -23,15 +23,12 @@ namespace {
 
 constexpr char gRootTag[] = "XMLRoot";
 constexpr char gFileName[] = "XMLReadWriteTest.xml";
-constexpr int gTemporaryFolder = 12;
-constexpr int gDeleteFileMode = 0;
-constexpr int gDeleteAccess = 2;
 
 } // namespace
 
 Vesk::Location GetLocationInTemporaryFolder() {
     Vesk::Location location;
-    Vesk::fileSystem.GetSpecialLocation(gTemporaryFolder, &location);
+    Vesk::fileSystem.GetSpecialLocation(Vesk::SpecialLocationTemporary, &location);
     location.AppendToLocal(Vesk::Name(gFileName));
     return location;
 }
@@ -79,7 +76,7 @@ int XMLReadWriteTest(std::function<int(Tavo::XMLOChannel&)> const& writer,
         status = verifier() ? Tavo::NoError : Tavo::GeneralError;
     }
     // Not a scope guard on purpose: when a callable throws, the file stays for inspection.
-    Vesk::fileSystem.Delete(location, gDeleteFileMode, gDeleteAccess);
+    Vesk::fileSystem.Delete(location, Vesk::DeleteFileOrEmptyFolder, Vesk::DeleteForce);
     return status;
 }
 

@@ -1,6 +1,8 @@
 // Helpers of the Vesk tests: UTF-8 text of a string, and a fresh folder that is removed afterwards.
 #pragma once
 
+#include "common/TestText.hpp"
+
 #include "TavoRoot/UniString.hpp"
 #include "Vesk/Location.hpp"
 
@@ -10,10 +12,7 @@
 
 namespace VeskTest {
 
-inline std::string Utf8(Tavo::UniString const& text) {
-    auto const converted = text.ToCStr(0, Tavo::UniString::kAll, TavoCharCodeUTF8);
-    return converted.Get() != nullptr ? std::string(converted.Get()) : std::string();
-}
+using TavoTest::Utf8;
 
 // A new empty folder below the system's temporary folder, removed with all it holds at the end.
 class ScratchFolder {

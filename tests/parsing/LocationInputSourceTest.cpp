@@ -1,6 +1,8 @@
 #include "TavoXMLUtils/parsing/LocationInputSource.hpp"
 #include "ParsingTestSupport.hpp"
-#include "TavoXMLUtils/parsing/TavoEntityResolver.hpp"
+#include "TavoXMLUtils/parsing/internal/TavoEntityResolver.hpp"
+
+#include <xercesc/util/BinInputStream.hpp>
 
 #include <gtest/gtest.h>
 #include <xercesc/framework/URLInputSource.hpp>

@@ -1,6 +1,9 @@
 // Helpers of the parsing tests: owned documents, locations of the test data and readable texts.
 #pragma once
 
+#include "common/TestData.hpp"
+#include "common/TestText.hpp"
+
 #include "TavoRoot/UniString.hpp"
 #include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
 #include "Vesk/Location.hpp"
@@ -22,20 +25,13 @@ struct DocumentRelease {
 using Document = std::unique_ptr<xercesc::DOMDocument, DocumentRelease>;
 
 inline std::string DataPath(std::string const& name) {
-    return std::string(TAVO_TEST_DATA_DIR) + "/parsing/" + name;
+    return TavoTest::DataPath("parsing/" + name);
 }
 inline Vesk::Location DataLocation(std::string const& name) {
     return Vesk::Location(DataPath(name).c_str());
 }
-inline std::string ReadFile(std::string const& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
-inline std::string Utf8(Tavo::UniString const& text) {
-    std::unique_ptr<char[]> const bytes(text.CopyUTF8());
-    return bytes.get();
-}
+using TavoTest::ReadFileBytes;
+using TavoTest::Utf8;
 
 // Parses `text` from memory under the name "memory.xml".
 inline Document ParseText(std::string const& text, Parser::ValSchemes scheme,

@@ -20,7 +20,7 @@ TEST(ParseXMLDoc, WellFormedFromFileAndMemory) {
     // Warnings of a DTD-validating parse are not failures.
     EXPECT_TRUE(Document(ParseXMLDoc(DataLocation("dtd-warnings.xml"), Parser::Val_Always, true)));
     // The memory name becomes the document's URI.
-    Document named = ParseText(ReadFile(DataPath("wellformed.xml")), Parser::Val_Auto);
+    Document named = ParseText(ReadFileBytes(DataPath("wellformed.xml")), Parser::Val_Auto);
     ASSERT_TRUE(named);
     EXPECT_EQ(Utf8(named->getDocumentURI()), "memory.xml");
 }
@@ -38,7 +38,7 @@ TEST(ParseXMLDoc, FailuresGiveLineAndParserText) {
         EXPECT_EQ(Utf8(message), text);
         line.lineNumber = 0;
         message.Clear();
-        EXPECT_FALSE(ParseText(ReadFile(DataPath(file)), scheme, &line, &message));
+        EXPECT_FALSE(ParseText(ReadFileBytes(DataPath(file)), scheme, &line, &message));
         EXPECT_EQ(line.lineNumber, lineNumber);
         EXPECT_EQ(Utf8(message), text);
     }

@@ -1,6 +1,8 @@
 // Helpers of the reader tests: readers over literal documents, and the channel's state as plain text.
 #pragma once
 
+#include "common/TestText.hpp"
+
 #include "TavoRoot/UniString.hpp"
 #include "TavoRoot/XMLIChannel.hpp"
 #include "TavoXMLUtils/reader/TavoXMLDOMReader.hpp"
@@ -13,10 +15,7 @@
 
 namespace ReaderTest {
 
-inline std::string Utf8(Tavo::UniString const& text) {
-    std::unique_ptr<char[]> const bytes(text.CopyUTF8(0, Tavo::UniString::kAll, 0));
-    return std::string(bytes.get());
-}
+using TavoTest::Utf8;
 
 // A reader over the UTF-8 document `xml`, built from memory.
 inline std::unique_ptr<TavoXML::DOMReader> Open(std::string_view xml, char const* topLevelTag = nullptr) {

@@ -19,13 +19,10 @@
 #include <tuple>
 #include <type_traits>
 
-using ReaderTest::Utf8;
+using TavoTest::FromUtf8;
+using TavoTest::Utf8;
 
 namespace {
-
-Tavo::UniString FromUtf8(std::string const& text) {
-    return Tavo::UniString(text.c_str(), static_cast<unsigned int>(text.size()), TavoCharCodeUTF8);
-}
 
 // The numbers are a tuple, so that one loop over the names handles every type.
 using Numbers = std::tuple<char, signed char, unsigned char, bool, short, unsigned short, int, unsigned int,

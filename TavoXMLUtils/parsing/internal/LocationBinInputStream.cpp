@@ -1,4 +1,4 @@
-#include "TavoXMLUtils/parsing/LocationBinInputStream.hpp"
+#include "TavoXMLUtils/parsing/internal/LocationBinInputStream.hpp"
 
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLExceptMsgs.hpp>

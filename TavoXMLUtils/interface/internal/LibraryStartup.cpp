@@ -1,7 +1,7 @@
 // The start-up unit of the library: the image initialiser and the objects whose place in the start-up
 // order is fixed here rather than in a unit of their own (see LibraryStartup.hpp for the order and how
 // it is enforced).
-#include "TavoXMLUtils/interface/LibraryStartup.hpp"
+#include "TavoXMLUtils/interface/internal/LibraryStartup.hpp"
 
 #include <dlfcn.h>
 

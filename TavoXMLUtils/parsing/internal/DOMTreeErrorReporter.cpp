@@ -1,4 +1,4 @@
-#include "TavoXMLUtils/parsing/DOMTreeErrorReporter.hpp"
+#include "TavoXMLUtils/parsing/internal/DOMTreeErrorReporter.hpp"
 
 DOMTreeErrorReporter::~DOMTreeErrorReporter() = default;
 

@@ -1,4 +1,4 @@
-#include "Vesk/PercentCoding.hpp"
+#include "Vesk/internal/PercentCoding.hpp"
 
 namespace Vesk::PercentCoding {
 

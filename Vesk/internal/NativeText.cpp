@@ -1,4 +1,4 @@
-#include "Vesk/NativeText.hpp"
+#include "Vesk/internal/NativeText.hpp"
 
 namespace Vesk::NativeText {
 

@@ -1,4 +1,4 @@
-#include "Vesk/SystemStatus.hpp"
+#include "Vesk/internal/SystemStatus.hpp"
 
 #include <cerrno>
 

@@ -1,7 +1,7 @@
-#include "TavoXMLUtils/parsing/TavoEntityResolver.hpp"
+#include "TavoXMLUtils/parsing/internal/TavoEntityResolver.hpp"
 
 #include "TavoXMLUtils/parsing/LocationInputSource.hpp"
-#include "TavoXMLUtils/support/XMLChText.hpp"
+#include "TavoXMLUtils/support/internal/XMLChText.hpp"
 #include "Vesk/Location.hpp"
 
 #include <xercesc/framework/LocalFileInputSource.hpp>
