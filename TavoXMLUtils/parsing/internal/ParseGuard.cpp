@@ -39,9 +39,9 @@ void ParseGuard::OnStartDocument() noexcept {
 }
 
 void ParseGuard::Refuse(char const* format, XMLCh const* detail) const {
-    Tavo::UniString const text =
-        detail != nullptr ? Tavo::UniString::PrintfFwd(format, Tavo::UniString(detail).ToPrintf())
-                          : Tavo::UniString::PrintfFwd(format, ExpansionLimit());
+    Tavo::UniString const text = detail != nullptr
+                                     ? Tavo::UniString::PrintfFwd(format, Tavo::UniString(detail).ToPrintf())
+                                     : Tavo::UniString::PrintfFwd(format, ExpansionLimit());
     throw xercesc::SAXParseException(text.GetU16Str(), locator);
 }
 

@@ -14,9 +14,9 @@ namespace {
 // Every parse may use this much, however small its document: the parser's own tables, a DTD with its
 // grammar, the buffers of the first element.
 constexpr std::size_t gMinimumBudget = std::size_t{128} << 20;
-// And this much for each byte of the document read: a DOM tree, its strings and the line table take a
-// few times the text; the rest is room for long values that are copied while they grow.
-constexpr std::size_t gBudgetPerInputByte = 16;
+// And this much for each byte of the document read. A tree of small elements takes far more than its
+// text: a million nested "<a>" (7 MB) need some 600 MB in the parser's library before the first end tag.
+constexpr std::size_t gBudgetPerInputByte = 256;
 // Marks the blocks of this manager, so that a foreign block is never taken for one of ours.
 constexpr std::uint32_t gBlockMagic = 0x7a5e0b1c;
 
