@@ -128,14 +128,16 @@ std::string ParseOnce(Input const& input, std::string const& road) {
         TavoXML::DisposeXMLIChannel(channel);
         return parsed ? "parsed" : "failed";
     }
+    // "parse" as the channels do; "expand" without validation, which expands every declared entity.
+    auto const scheme = road == "parse" ? ValidatingXMLParser::ValSchemes::Val_Auto
+                                        : ValidatingXMLParser::ValSchemes::Val_Never;
     NodeLocations table;
     Tavo::UniString message;
     xercesc::DOMDocument* const document =
         input.folder.empty()
-            ? ParseXMLDoc(data, size, ValidatingXMLParser::ValSchemes::Val_Auto, true,
-                          Tavo::UniString("memory"), &table, nullptr, &message)
-            : ParseXMLDoc(Vesk::Location(std::filesystem::path(input.name).c_str()),
-                          ValidatingXMLParser::ValSchemes::Val_Auto, true, &table, nullptr, &message);
+            ? ParseXMLDoc(data, size, scheme, true, Tavo::UniString("memory"), &table, nullptr, &message)
+            : ParseXMLDoc(Vesk::Location(std::filesystem::path(input.name).c_str()), scheme, true, &table,
+                          nullptr, &message);
     if (document == nullptr) {
         std::unique_ptr<char[]> const text(message.CopyUTF8());
         return std::string("failed: ") + std::string(text.get()).substr(0, 60);

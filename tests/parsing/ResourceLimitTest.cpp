@@ -6,6 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <set>
+#include <vector>
+
 #include <malloc.h>
 
 #ifdef TAVO_TEST_UNDER_ASAN
@@ -154,4 +158,37 @@ TEST(ParseLimits, FailedParseLeaksNothing) {
     }
     std::size_t const after = AllocatedBytes();
     EXPECT_LT(after, before + 4 * gMiB) << "grew by " << (after - before) / gMiB << " MiB";
+}
+
+// The bounds lie far above what real documents need: none of the real-world corpus or of the W3C suite's
+// valid tests meets one, with external entities read from beside each document.
+TEST(ParseLimits, RealDocumentsStayWithinTheBounds) {
+    std::vector<std::filesystem::path> files;
+    std::set<std::string> const extensions = {".xml", ".svg", ".xhtml", ".xsd", ".osm", ".opf", ".rels"};
+    for (auto const& entry :
+         std::filesystem::recursive_directory_iterator(TavoTest::CorpusPath("realworld"))) {
+        if (entry.is_regular_file() && extensions.contains(entry.path().extension().string())) {
+            files.push_back(entry.path());
+        }
+    }
+    for (auto const& entry : std::filesystem::recursive_directory_iterator(TavoTest::CorpusPath("xmlconf"))) {
+        std::string const path = entry.path().string();
+        if (entry.path().extension() == ".xml" && path.find("/valid/") != std::string::npos) {
+            files.push_back(entry.path());
+        }
+    }
+    ASSERT_GT(files.size(), 800u);
+    ValidatingXMLParser parser;
+    parser.AllowExternalGeneralEntities(true);
+    std::size_t parsed = 0;
+    for (std::filesystem::path const& file : files) {
+        WorkingDirectory const here(file.parent_path());
+        Tavo::UniString message;
+        Document const document(
+            parser.Parse(Vesk::Location(file.c_str()), Parser::Val_Never, true, nullptr, nullptr, &message));
+        parsed += document ? 1 : 0;
+        EXPECT_EQ(Utf8(message).find("Entity expansion exceeds"), std::string::npos) << file;
+        EXPECT_EQ(Utf8(message).find("out of memory"), std::string::npos) << file;
+    }
+    EXPECT_GT(parsed, files.size() * 9 / 10);
 }
