@@ -22,8 +22,11 @@
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/validators/common/Grammar.hpp>
 
+#include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <new>
+#include <system_error>
 
 namespace {
 
@@ -32,6 +35,8 @@ constexpr char const* gMemoryError = "Memory error";
 constexpr char const* gSchemaNotOpened = "Could not open the XML Schema file.";
 constexpr char const* gSchemaNotLoaded = "Could not load the XML Schema.";
 constexpr char const* gOutOfMemory = "out of memory";
+constexpr XMLSize_t gMinimumExpansions = 10000;
+constexpr XMLSize_t gBytesPerExpansion = 16;
 constexpr char const* gOverBudget =
     "out of memory: the document needs more than the parser allows for its size "
     "(128 MiB and 256 bytes per byte of the document)";
@@ -148,11 +153,19 @@ xercesc::DOMDocument* ValidatingXMLParser::Parse(xercesc::InputSource& source, V
                                                  bool createEntityRefs, NodeLocations* nodeLocations,
                                                  NodeLocationInfo* errorLocation,
                                                  Tavo::UniString* errorMessage) {
+    return ParseSized(source, 0, scheme, createEntityRefs, nodeLocations, errorLocation, errorMessage);
+}
+
+xercesc::DOMDocument* ValidatingXMLParser::ParseSized(xercesc::InputSource& source, std::size_t size,
+                                                      ValSchemes scheme, bool createEntityRefs,
+                                                      NodeLocations* nodeLocations,
+                                                      NodeLocationInfo* errorLocation,
+                                                      Tavo::UniString* errorMessage) {
     parser.SetNodeLocations(nodeLocations);
     xercesc::DOMDocument* document = nullptr;
     try {
         (*memory).BeginParse();
-        document = ParseGuarded(source, scheme, createEntityRefs, errorLocation, errorMessage);
+        document = ParseGuarded(source, size, scheme, createEntityRefs, errorLocation, errorMessage);
     } catch (...) {
         Report(errorLocation, errorMessage, 0, gOutOfMemory);
     }
@@ -160,18 +173,20 @@ xercesc::DOMDocument* ValidatingXMLParser::Parse(xercesc::InputSource& source, V
     return document;
 }
 
-xercesc::DOMDocument* ValidatingXMLParser::ParseGuarded(xercesc::InputSource& source, ValSchemes scheme,
-                                                        bool createEntityRefs,
+xercesc::DOMDocument* ValidatingXMLParser::ParseGuarded(xercesc::InputSource& source, std::size_t size,
+                                                        ValSchemes scheme, bool createEntityRefs,
                                                         NodeLocationInfo* errorLocation,
                                                         Tavo::UniString* errorMessage) {
     DOMTreeErrorReporter reporter;
     TavoEntityResolver resolver;
     // Nested general entities can make a small document expand without end ("billion laughs"). The
-    // parser's security manager ends such a parse with a fatal error after its default of 50000
-    // entity expansions, far above what real documents use; character references and the predefined
-    // entities don't count. The guard adds the bound by size and the refusal of external general
-    // entities; the counting source lets both grow with the document.
+    // parser's security manager ends such a parse with a fatal error after a number of entity
+    // expansions: 10000, far above what real documents use, or more for a large document (character
+    // references and the predefined entities don't count). Each expansion costs the parser a reader
+    // of its own, so the count bounds the time. The guard adds the bound by size and the refusal of
+    // external general entities; the counting source lets both grow with the document.
     xercesc::SecurityManager securityManager;
+    securityManager.setEntityExpansionLimit(std::max(gMinimumExpansions, size / gBytesPerExpansion));
     TavoXML::detail::ParseGuard guard(*memory, parser.GetLocator(), externalGeneralEntities);
     TavoXML::detail::CountingInputSource counted(source, *memory);
     CallScope const scope(parser);
@@ -225,7 +240,10 @@ xercesc::DOMDocument* ValidatingXMLParser::Parse(Vesk::Location const& location,
         Report(errorLocation, errorMessage, 0, gMemoryError);
         return nullptr;
     }
-    return Parse(*source, scheme, createEntityRefs, nodeLocations, errorLocation, errorMessage);
+    std::error_code ignored;
+    auto const size = std::filesystem::file_size(location.GetNativePath(), ignored);
+    return ParseSized(*source, ignored ? 0 : static_cast<std::size_t>(size), scheme, createEntityRefs,
+                      nodeLocations, errorLocation, errorMessage);
 }
 
 xercesc::DOMDocument* ValidatingXMLParser::Parse(unsigned char const* bytes, unsigned int size,
@@ -238,7 +256,7 @@ xercesc::DOMDocument* ValidatingXMLParser::Parse(unsigned char const* bytes, uns
     Tavo::UniString::UStrHolder const nameText = name.ToUStr(0, Tavo::UniString::kAll);
     xercesc::MemBufInputSource source(bytes, size, TavoXML::AsXMLCh(nameText.Get()), false,
                                       xercesc::XMLPlatformUtils::fgMemoryManager);
-    return Parse(source, scheme, createEntityRefs, nodeLocations, errorLocation, errorMessage);
+    return ParseSized(source, size, scheme, createEntityRefs, nodeLocations, errorLocation, errorMessage);
 }
 
 xercesc::DOMDocument* ValidatingXMLParser::Parse(unsigned char const* bytes, unsigned int size,

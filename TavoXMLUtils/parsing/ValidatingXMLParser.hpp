@@ -13,13 +13,16 @@
 //   DTD subsets and external parameter entities are read, so declarations and DTD validation work. A
 //   caller who trusts its documents may allow external general entities on its own parser
 //   (AllowExternalGeneralEntities); ParseXMLDoc and the channels never do.
-// - Entity expansion is bounded by count (the parser's limit of 50000 expansions) and by size: the
+// - Entity expansion is bounded by count (10000 expansions, or one for each 16 bytes of a document whose
+//   size is known beforehand when that is more) and by size: the
 //   replacement text of the entities expanded in content, and the values of all entity declarations,
 //   may not exceed 10 MiB characters, or 10 times the document's size when that is more.
 // - A parse has a memory budget of 128 MiB plus 256 bytes for each byte of the document; beyond it
 //   the parse fails as if memory ran out, with a text that names the limit.
 // - A failed parse leaves no memory behind, also where the parser's library would leak.
 #pragma once
+
+#include <cstddef>
 
 #include "TavoRoot/UniString.hpp"
 #include "TavoXMLUtils/TavoXMLUtilsExport.hpp"
@@ -147,8 +150,13 @@ private:
         TavoXML::detail::ParseMemory* memory;
     };
 
-    xercesc::DOMDocument* ParseGuarded(xercesc::InputSource& source, ValSchemes scheme, bool createEntityRefs,
-                                       NodeLocationInfo* errorLocation, Tavo::UniString* errorMessage);
+    // Parse with the document's size when it is known beforehand (0 otherwise), for the count limit.
+    xercesc::DOMDocument* ParseSized(xercesc::InputSource& source, std::size_t size, ValSchemes scheme,
+                                     bool createEntityRefs, NodeLocations* nodeLocations,
+                                     NodeLocationInfo* errorLocation, Tavo::UniString* errorMessage);
+    xercesc::DOMDocument* ParseGuarded(xercesc::InputSource& source, std::size_t size, ValSchemes scheme,
+                                       bool createEntityRefs, NodeLocationInfo* errorLocation,
+                                       Tavo::UniString* errorMessage);
 
     MemoryOwner memory;
     LineInfoParser parser;

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <limits>
 #include <new>
+#include <utility>
 
 namespace TavoXML::detail {
 
@@ -17,6 +18,8 @@ constexpr std::size_t gMinimumBudget = std::size_t{128} << 20;
 // And this much for each byte of the document read. A tree of small elements takes far more than its
 // text: a million nested "<a>" (7 MB) need some 600 MB in the parser's library before the first end tag.
 constexpr std::size_t gBudgetPerInputByte = 256;
+// Blocks from this size on are kept for reuse when they are freed.
+constexpr std::size_t gSpareFrom = std::size_t{32} << 10;
 // Marks the blocks of this manager, so that a foreign block is never taken for one of ours.
 constexpr std::uint32_t gBlockMagic = 0x7a5e0b1c;
 
@@ -34,7 +37,34 @@ ParseMemory* ParseMemory::Create() {
     return new ParseMemory();
 }
 
-ParseMemory::~ParseMemory() = default;
+ParseMemory::~ParseMemory() {
+    for (void* const block : spare) {
+        ::operator delete(block);
+    }
+}
+
+void* ParseMemory::TakeSpare(std::size_t size) noexcept {
+    for (std::size_t index = 0; index < gSpareCount; ++index) {
+        if (spare[index] != nullptr && spareSize[index] == size) {
+            return std::exchange(spare[index], nullptr);
+        }
+    }
+    return nullptr;
+}
+
+bool ParseMemory::KeepSpare(Block* block) noexcept {
+    if (block->size < gSpareFrom || retired) {
+        return false;
+    }
+    for (std::size_t index = 0; index < gSpareCount; ++index) {
+        if (spare[index] == nullptr) {
+            spare[index] = block;
+            spareSize[index] = block->size;
+            return true;
+        }
+    }
+    return false;
+}
 
 xercesc::MemoryManager* ParseMemory::getExceptionMemoryManager() {
     // Exceptions may outlive this manager (a caught exception outlives a parser on the stack).
@@ -59,7 +89,10 @@ void* ParseMemory::allocate(XMLSize_t size) {
     if (size > std::numeric_limits<std::size_t>::max() - sizeof(Block)) {
         throw xercesc::OutOfMemoryException();
     }
-    void* raw = ::operator new(sizeof(Block) + size, std::nothrow);
+    void* raw = size >= gSpareFrom ? TakeSpare(size) : nullptr;
+    if (raw == nullptr) {
+        raw = ::operator new(sizeof(Block) + size, std::nothrow);
+    }
     if (raw == nullptr) {
         throw xercesc::OutOfMemoryException();
     }
@@ -89,7 +122,9 @@ void ParseMemory::Unlink(Block* block) noexcept {
     }
     block->magic = 0;
     --liveBlocks;
-    ::operator delete(block);
+    if (!KeepSpare(block)) {
+        ::operator delete(block);
+    }
 }
 
 void ParseMemory::deallocate(void* pointer) {
@@ -157,6 +192,10 @@ void ParseMemory::Retire() noexcept {
             block = next;
         }
         retired = true;
+        // A document that outlives the parser should not hold the parser's spare blocks too.
+        for (void*& block : spare) {
+            ::operator delete(std::exchange(block, nullptr));
+        }
         nothingLeft = liveBlocks == 0;
     }
     if (nothingLeft) {

@@ -56,6 +56,8 @@ private:
     ~ParseMemory() override;
     bool OverBudget(std::size_t size) const;
     void Unlink(Block* block) noexcept;
+    void* TakeSpare(std::size_t size) noexcept;
+    bool KeepSpare(Block* block) noexcept;
 
     mutable std::mutex mutex;
     Block* first = nullptr;
@@ -67,6 +69,11 @@ private:
     std::size_t inputBytes = 0;
     bool budgetExceeded = false;
     bool retired = false;
+    // A few large blocks kept after their release: the parser takes and frees a reader of some
+    // hundred kilobytes for every entity it expands, which would otherwise go to the system each time.
+    static constexpr std::size_t gSpareCount = 4;
+    void* spare[gSpareCount] = {};
+    std::size_t spareSize[gSpareCount] = {};
 };
 
 } // namespace TavoXML::detail
