@@ -35,7 +35,7 @@ constexpr char const* gMemoryError = "Memory error";
 constexpr char const* gSchemaNotOpened = "Could not open the XML Schema file.";
 constexpr char const* gSchemaNotLoaded = "Could not load the XML Schema.";
 constexpr char const* gOutOfMemory = "out of memory";
-constexpr XMLSize_t gMinimumExpansions = 10000;
+constexpr XMLSize_t gMinimumExpansions = 50000;
 constexpr XMLSize_t gBytesPerExpansion = 16;
 constexpr char const* gOverBudget =
     "out of memory: the document needs more than the parser allows for its size "
@@ -181,9 +181,9 @@ xercesc::DOMDocument* ValidatingXMLParser::ParseGuarded(xercesc::InputSource& so
     TavoEntityResolver resolver;
     // Nested general entities can make a small document expand without end ("billion laughs"). The
     // parser's security manager ends such a parse with a fatal error after a number of entity
-    // expansions: 10000, far above what real documents use, or more for a large document (character
-    // references and the predefined entities don't count). Each expansion costs the parser a reader
-    // of its own, so the count bounds the time. The guard adds the bound by size and the refusal of
+    // expansions: 50000, above what even heavy real use of entities needs, or more for a large document
+    // (character references and the predefined entities don't count). Each expansion costs the parser a
+    // reader of its own, so the count bounds the time. The guard adds the bound by size and the refusal of
     // external general entities; the counting source lets both grow with the document.
     xercesc::SecurityManager securityManager;
     securityManager.setEntityExpansionLimit(std::max(gMinimumExpansions, size / gBytesPerExpansion));

@@ -13,7 +13,7 @@
 //   DTD subsets and external parameter entities are read, so declarations and DTD validation work. A
 //   caller who trusts its documents may allow external general entities on its own parser
 //   (AllowExternalGeneralEntities); ParseXMLDoc and the channels never do.
-// - Entity expansion is bounded by count (10000 expansions, or one for each 16 bytes of a document whose
+// - Entity expansion is bounded by count (50000 expansions, or one for each 16 bytes of a document whose
 //   size is known beforehand when that is more) and by size: the
 //   replacement text of the entities expanded in content, and the values of all entity declarations,
 //   may not exceed 10 MiB characters, or 10 times the document's size when that is more.
