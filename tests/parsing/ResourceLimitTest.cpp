@@ -13,7 +13,8 @@
 #include <malloc.h>
 
 #ifdef TAVO_TEST_UNDER_ASAN
-#include <sanitizer/allocator_interface.h>
+// Part of every AddressSanitizer runtime; not every compiler ships the header that declares it.
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 #endif
 
 using namespace ParsingTest;
