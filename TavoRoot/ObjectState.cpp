@@ -128,9 +128,11 @@ bool ObjectState::Field::operator==(Field const& other) const {
 }
 
 void ObjectState::List::Enumerate(Processor& processor) const {
-    String const noName;
+    // Elements are unnamed; they are reported under one fixed name that is a valid XML element name, so
+    // that a processor writing names as elements needs no case of its own.
+    String const elementName(ListElementName);
     for (Value const& value : values) {
-        ReportValue(processor, noName, value);
+        ReportValue(processor, elementName, value);
     }
 }
 

@@ -36,6 +36,9 @@ namespace Tavo {
 
 class TAVOROOT_API ObjectState {
 public:
+    // The name under which Enumerate reports the elements of a list.
+    static constexpr char ListElementName[] = "list_value";
+
     class Value;
     class List;
     struct Field;
@@ -175,7 +178,7 @@ public:
     void Clear() noexcept;
 
     // Reports the elements, in order, to `processor` as ObjectState::Enumerate reports fields. Elements
-    // have no name: each is reported with the empty name.
+    // have no name of their own: each is reported with the name ListElementName, "list_value".
     void Enumerate(Processor& processor) const;
 
     bool operator==(List const& other) const;
@@ -192,7 +195,8 @@ struct TAVOROOT_API ObjectState::Field {
 };
 
 // Receiver of the events of Enumerate. Every operation gets the field's name first; elements of a list
-// get the empty name.
+// get ListElementName, "list_value": a valid XML element name, which the XML bridge writes for a list or
+// an object inside a list, and by which its reader knows a list of lists.
 class TAVOROOT_API ObjectState::Processor {
 public:
     virtual ~Processor();

@@ -173,10 +173,10 @@ public:
     // printf-style formatting: %s 8-bit text (default code), %ls zero-terminated 16-bit text (as given
     // by ToUStr() or GetUStr()), %S wchar_t text (UTF-32 here; non-BMP characters become surrogate
     // pairs), %c a char, %lc a wchar_t, %d/%i int, %u/%x/%X/%o unsigned int, %f/%e/%g/%a double, %p a
-    // pointer, %T a string passed through ToPrintf(), %% a percent sign. Flags, width, precision ('*'
-    // included) and the length modifiers hh, h, l, ll, z, j, t, L work as in printf; for the text
-    // conversions the precision limits the characters read and the width pads with blanks. A null text
-    // is written as "(null)".
+    // pointer as its hexadecimal digits alone (lower case, no "0x": a format writes its own), %T a string
+    // passed through ToPrintf(), %% a percent sign. Flags, width, precision ('*' included) and the length
+    // modifiers hh, h, l, ll, z, j, t, L work as in printf; for the text conversions the precision limits
+    // the characters read and the width pads with blanks. A null text is written as "(null)".
     static UniString PrintfFwd(char const* format, ...);
     UniString const* ToPrintf() const noexcept { return this; }
 

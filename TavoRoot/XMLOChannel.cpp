@@ -127,4 +127,14 @@ int XMLOChannel::WriteXMLAttr(char const* name, char const* value, unsigned int 
     return WriteXMLAttr(name, CText(value, length));
 }
 
+int XMLOChannel::WriteXML(char const* name, char const* value) {
+    return WriteXML(name, UniString(value, TavoCharCodeDefault));
+}
+int XMLOChannel::WriteXMLTextNode(char const* text) {
+    return WriteXMLTextNode(UniString(text, TavoCharCodeDefault));
+}
+int XMLOChannel::WriteXMLAttr(char const* name, char const* value) {
+    return WriteXMLAttr(name, UniString(value, TavoCharCodeDefault));
+}
+
 } // namespace Tavo

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace Vesk {
 
@@ -153,6 +154,19 @@ int File::WriteBin(char const* data, unsigned int count, unsigned int* written) 
         return static_cast<int>(writeStatus);
     }
     return StatusOK;
+}
+
+unsigned int File::Flush() {
+    if (stream == nullptr) {
+        return StatusNotOpen;
+    }
+    if (mode == OpenRead) {
+        return StatusWrongMode;
+    }
+    if (writeStatus == StatusOK && (std::fflush(stream) != 0 || fsync(fileno(stream)) != 0)) {
+        writeStatus = FailureStatus(errno);
+    }
+    return writeStatus;
 }
 
 unsigned int File::Close() {

@@ -45,6 +45,10 @@ public:
     // the end was reached before `count` bytes, or another status on a read error.
     unsigned int ReadBin(char* data, unsigned int count, unsigned int* read);
     int WriteBin(char const* data, unsigned int count, unsigned int* written) override;
+    // Hands the buffered bytes to the system and waits until it has put them on the storage device
+    // (fsync). Returns 0, the status of an earlier write failure, StatusNotOpen or StatusWrongMode, or the
+    // status of the failed flush; the file stays open either way.
+    unsigned int Flush();
     // Flushes and closes; returns the status of the last writes. A closed file may be closed again.
     unsigned int Close();
 

@@ -2,6 +2,8 @@
 
 #include "Vesk/internal/SystemStatus.hpp"
 
+#include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -71,6 +73,17 @@ unsigned int FileSystem::Delete(Location const& location, int mode, int access) 
 bool FileSystem::Exists(Location const& location) const {
     std::error_code error;
     return !location.IsEmpty() && std::filesystem::exists(location.GetNativePath(), error);
+}
+
+unsigned int FileSystem::Rename(Location const& from, Location const& to) const {
+    if (from.IsEmpty() || to.IsEmpty()) {
+        return StatusBadLocation;
+    }
+    if (std::rename(from.GetNativePath().c_str(), to.GetNativePath().c_str()) == 0) {
+        return StatusOK;
+    }
+    Status const status = StatusFromErrno(errno);
+    return status == StatusOK ? StatusIOError : status;
 }
 
 } // namespace Vesk

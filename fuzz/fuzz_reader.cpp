@@ -11,6 +11,7 @@
 #include "TavoXMLUtils/reader/TavoXMLDOMReader.hpp"
 #include "Vesk/Location.hpp"
 
+#include <xercesc/dom/DOM.hpp>
 #include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 #include <xercesc/util/PlatformUtils.hpp>

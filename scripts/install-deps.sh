@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(build-essential cmake ninja-build pkg-config libxerces-c-dev libgtest-dev libgmock-dev
-          libbenchmark-dev)
+          libbenchmark-dev clang-format libcli11-dev doxygen)
 # clang is needed only for the fuzz targets.
 if [ "${WITH_CLANG:-0}" = 1 ]; then packages+=(clang libclang-rt-dev); fi
 

@@ -1,13 +1,15 @@
 // DOMBuilder: document lifecycle, cursor, layout whitespace, messages, export and the file written at
 // destruction. The value writers are in TavoXMLDOMBuilderValues.cpp.
 #include "TavoXMLUtils/builder/TavoXMLDOMBuilder.hpp"
+
+#include "TavoXMLUtils/builder/internal/ExportLength.hpp"
+#include "TavoXMLUtils/builder/internal/FileReplacement.hpp"
 #include "TavoXMLUtils/support/internal/Failures.hpp"
 #include "TavoXMLUtils/support/internal/Throw.hpp"
 
 #include "TavoXMLUtils/interface/TavoXMLExceptions.hpp"
 #include "TavoXMLUtils/support/internal/NameText.hpp"
 #include "TavoXMLUtils/support/internal/XMLChText.hpp"
-#include "Vesk/File.hpp"
 #include "Vesk/FileSystem.hpp"
 #include "Vesk/Folder.hpp"
 #include "Vesk/Name.hpp"
@@ -120,7 +122,7 @@ DOMBuilder::~DOMBuilder() {
         try {
             WriteFileOnDestruction();
         } catch (...) {
-            // A destructor must not throw: the file is then not (completely) written, as for a failed open.
+            // A destructor must not throw: the old file then stays as it was.
         }
     }
     if (ownsDocument && document != nullptr) {
@@ -128,23 +130,19 @@ DOMBuilder::~DOMBuilder() {
     }
 }
 
-// The old file goes first, so a failed open loses it; a channel without location writes to a scratch
-// file that nobody is told of.
+// The document is serialised first and goes to a temporary file beside the target, which replaces the
+// target only once it is complete on storage: whatever fails, the old file stays as it was and the
+// temporary file is removed. A channel without location writes to a scratch file that nobody is told of.
 void DOMBuilder::WriteFileOnDestruction() {
     if (location.IsEmpty()) {
         location = NewScratchFileLocation();
     }
-    unsigned int const deleted =
-        Vesk::fileSystem.Delete(location, Vesk::DeleteFileOrEmptyFolder, Vesk::DeleteForce);
-    if (deleted != Vesk::StatusOK && deleted != Vesk::StatusNotFound) {
-        return;
+    detail::FileReplacement replacement(location);
+    exportWritten = true;
+    Export(replacement, true);
+    if (exportWritten) {
+        replacement.Commit();
     }
-    Vesk::File file(location, Vesk::File::OnNotFoundCreate);
-    if (file.Open(Vesk::File::OpenWrite, Vesk::AccessDeniedReport) != 0) {
-        return;
-    }
-    Export(file, true);
-    file.Close();
 }
 
 Vesk::Location DOMBuilder::NewScratchFileLocation() const {
@@ -342,8 +340,10 @@ void DOMBuilder::ExportInternal(std::function<void(char const*, unsigned int)> s
     if (configuration->canSetParameter(XMLUni::fgDOMXMLDeclaration, withXMLDeclaration)) {
         configuration->setParameter(XMLUni::fgDOMXMLDeclaration, withXMLDeclaration);
     }
-    serializer->write(document, output.get());
-    sink(reinterpret_cast<char const*>(target.getRawBuffer()), static_cast<unsigned int>(target.getLen()));
+    // A failed write still hands over what the buffer holds; only the file written at destruction
+    // looks at the result.
+    exportWritten = serializer->write(document, output.get());
+    sink(reinterpret_cast<char const*>(target.getRawBuffer()), detail::ExportLength(target.getLen()));
 
     output.reset();
     serializer.reset();

@@ -10,7 +10,9 @@
 //
 // States: "empty" (created without a top-level tag, before the first WriteStartElement), "inside an
 // element", "root closed" (the current node is the document; WriteStartElement and WriteEndElement
-// return GeneralError). Export works in every state and changes nothing.
+// return GeneralError). Export works in every state and changes nothing. A document whose UTF-8 form
+// reaches 4 GiB cannot be handed over in one call: every Export form refuses it with a
+// DOMBuilderException (code GeneralError) before the sink is called; serialiser exceptions pass too.
 #pragma once
 
 #include "TavoRoot/Array.hpp"
@@ -67,8 +69,10 @@ public:
                int tabDepth);
     DOMBuilder(DOMBuilder const&) = delete;
     DOMBuilder& operator=(DOMBuilder const&) = delete;
-    // Writes the file of a file-bound channel (replacing an old one; silently nothing if that fails) and
-    // releases an owned document. Lets no exception out.
+    // Writes the file of a file-bound channel and releases an owned document. The file is replaced only
+    // by a complete new one: a document that cannot be serialised, a folder that cannot be written or a
+    // full disk leave the old file as it was, and no temporary file behind. Nothing is reported, and no
+    // exception leaves the destructor.
     ~DOMBuilder() override;
 
     void SetXMLShemaVersion(Tavo::ClassVersion const& version) override;
@@ -172,6 +176,8 @@ private:
     bool writeOnDestruction = false;
     bool replaceCR = true;
     bool hasTopLevelTag = false;
+    // Whether the last export's serialisation succeeded; the file written at destruction needs it.
+    bool exportWritten = true;
 };
 
 } // namespace TavoXML

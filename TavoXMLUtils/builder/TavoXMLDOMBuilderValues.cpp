@@ -7,6 +7,10 @@
 //   WriteXMLCDATAString  (no name)   no              no          yes                yes
 //   WriteXMLAttr         no          no              no          no                 no
 //
+// A U+0000 is refused by all four (GeneralError; WriteXML adds its message and keeps the empty element),
+// since the zero-terminated hand-over to the DOM would cut the value there; the other three change
+// nothing then.
+//
 // The value path copies no text: the funnels hand the string's own 16-bit buffer to the DOM, names are
 // widened on the stack, and a copy is made only to normalise line ends that are really there.
 #include "TavoXMLUtils/builder/TavoXMLDOMBuilder.hpp"
@@ -23,6 +27,23 @@
 #include <xercesc/framework/psvi/XSValue.hpp>
 
 namespace TavoXML {
+
+namespace {
+
+// The DOM takes zero-terminated text, so a U+0000 would silently cut the value there: it is refused like
+// every character that XML cannot hold.
+bool HoldsNul(Tavo::UniString const& value) noexcept {
+    return value.Contains(Tavo::UniChar('\0'));
+}
+
+// The characters are checked by the rules of XML 1.1.
+bool IsValidText(Tavo::UniString const& value) {
+    xercesc::XSValue::Status status = xercesc::XSValue::st_Init;
+    return xercesc::XSValue::validate(AsXMLCh(value), xercesc::XSValue::dt_string, status,
+                                      xercesc::XSValue::ver_11, nullptr);
+}
+
+} // namespace
 
 // A char is a small number, not a character: 'A' is written as 65.
 int DOMBuilder::WriteXML(char const* name, char value) {
@@ -63,8 +84,7 @@ int DOMBuilder::WriteXML(char const* name, Tavo::Guid const& value) {
 }
 
 // The careful funnel: a child element `name` of the current node with the value as its text. The element
-// is made before the value is checked, so an invalid value leaves it behind, empty. The characters are
-// checked by the rules of XML 1.1.
+// is made before the value is checked, so an invalid value leaves it behind, empty.
 int DOMBuilder::WriteXML(char const* name, Tavo::UniString const& value) {
     NameText const tag(name);
     if (tag.ContainsBlank()) {
@@ -91,9 +111,7 @@ int DOMBuilder::WriteXML(char const* name, Tavo::UniString const& value) {
     if (text->IsEmpty()) {
         return Tavo::NoError;
     }
-    xercesc::XSValue::Status status = xercesc::XSValue::st_Init;
-    if (!xercesc::XSValue::validate(AsXMLCh(*text), xercesc::XSValue::dt_string, status,
-                                    xercesc::XSValue::ver_11, nullptr)) {
+    if (HoldsNul(*text) || !IsValidText(*text)) {
         AddMessage(Tavo::UniString("Content of ") + name + " contains invalid characters");
         return Tavo::GeneralError;
     }
@@ -102,7 +120,7 @@ int DOMBuilder::WriteXML(char const* name, Tavo::UniString const& value) {
 }
 
 int DOMBuilder::WriteXMLTextNode(Tavo::UniString const& text) {
-    if (actualNode == nullptr) {
+    if (actualNode == nullptr || HoldsNul(text)) {
         return Tavo::GeneralError;
     }
     elementJustOpened = false;
@@ -113,7 +131,7 @@ int DOMBuilder::WriteXMLTextNode(Tavo::UniString const& text) {
 
 // "]]>" in the text is not treated here.
 int DOMBuilder::WriteXMLCDATAString(Tavo::UniString const& text) {
-    if (actualNode == nullptr) {
+    if (actualNode == nullptr || HoldsNul(text)) {
         return Tavo::GeneralError;
     }
     elementJustOpened = false;
@@ -165,7 +183,8 @@ int DOMBuilder::WriteXMLAttr(char const* name, Tavo::Guid const& value) {
 // An attribute on the current element, as it stands: a second write of the same name overwrites the
 // first, and the layout is not touched.
 int DOMBuilder::WriteXMLAttr(char const* name, Tavo::UniString const& value) {
-    if (actualNode == nullptr || actualNode->getNodeType() != xercesc::DOMNode::ELEMENT_NODE) {
+    if (actualNode == nullptr || actualNode->getNodeType() != xercesc::DOMNode::ELEMENT_NODE ||
+        HoldsNul(value)) {
         return Tavo::GeneralError; // no element is open
     }
     static_cast<xercesc::DOMElement*>(actualNode)->setAttribute(NameText(name).Get(), AsXMLCh(value));

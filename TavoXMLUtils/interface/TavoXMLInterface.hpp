@@ -48,6 +48,8 @@ TAVOXMLUTILS_API void DisposeXMLOChannel(Tavo::XMLOChannel*& channel);
 // for a channel of another class.
 TAVOXMLUTILS_API Tavo::UniString ExportOChannelToUniString(Tavo::XMLOChannel* channel);
 // The same as UTF-8 bytes, handed to `sink` in one call; nothing happens for null or another class.
+// A document of 4 GiB or more does not fit the sink's length: it is refused with a DOMBuilderException
+// (code GeneralError) before the sink is called, rather than handed over cut.
 TAVOXMLUTILS_API void ExportOChannel(Tavo::XMLOChannel* channel,
                                      std::function<void(char const*, unsigned int)> sink);
 

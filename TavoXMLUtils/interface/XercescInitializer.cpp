@@ -26,7 +26,7 @@ XercescInitializer::XercescInitializer() noexcept {
         xercescInited = true;
     } catch (...) {
         // Loading goes on; every later DOM call fails in its own way.
-        DBBreak(std::string(detail::SourceName(std::source_location::current())).c_str(), __LINE__,
+        DBBreak(std::string(detail::SourceName(detail::SourceLocation::current())).c_str(), __LINE__,
                 "XML Initialize error", "XercescInitializer", nullptr, nullptr);
     }
 }

@@ -1,12 +1,17 @@
 #include "TavoXMLUtils/parsing/NodeLocations.hpp"
 
+#include "TavoXMLUtils/parsing/internal/NodeLocationIndex.hpp"
+
+#include <new>
 #include <utility>
 
-struct NodeLocations::Page {
-    NodeLocationInfo infos[kEntriesPerPage] = {};
-    xercesc::DOMNode const* nodes[kEntriesPerPage];
-    Page* next = nullptr;
-};
+namespace {
+
+// The index is built once the scans have looked at this many times the entries of the table: a table
+// asked a handful of times never pays for it, one asked often pays once, about as much as a few scans.
+constexpr std::uint64_t gScansBeforeIndex = 4;
+
+} // namespace
 
 NodeLocations::NodeLocations() = default;
 
@@ -26,6 +31,7 @@ void NodeLocations::AddNew(xercesc::DOMNode const* node, unsigned int line) {
         }
         lastPage = page;
         usedInLastPage = 0;
+        ++pageCount;
     }
     lastPage->nodes[usedInLastPage] = node;
     lastPage->infos[usedInLastPage].lineNumber = line;
@@ -33,28 +39,46 @@ void NodeLocations::AddNew(xercesc::DOMNode const* node, unsigned int line) {
 }
 
 NodeLocationInfo* NodeLocations::Find(xercesc::DOMNode const* node) const {
-    std::lock_guard<std::mutex> const lock(indexMutex);
-    // Bring the index up to date with the entries added since the last lookup. Entries are taken in
-    // insertion order and an existing key is never replaced, so the index answers exactly what a scan
-    // from the first page would: the earliest entry of the node.
-    for (;;) {
-        if (indexedPage == nullptr) {
-            if (firstPage == nullptr) {
-                return nullptr;
-            }
-            indexedPage = firstPage;
-            indexedInPage = 0;
-        }
-        int const used = indexedPage == lastPage ? usedInLastPage : kEntriesPerPage;
-        for (; indexedInPage < used; ++indexedInPage) {
-            firstEntries.try_emplace(indexedPage->nodes[indexedInPage], &indexedPage->infos[indexedInPage]);
-        }
-        if (indexedPage->next == nullptr) {
-            break;
-        }
-        indexedPage = indexedPage->next;
-        indexedInPage = 0;
+    std::lock_guard<std::mutex> const lock(lookupMutex);
+    if (!UseIndex()) {
+        return Scan(node);
     }
-    auto const found = firstEntries.find(node);
-    return found == firstEntries.end() ? nullptr : found->second;
+    if (NodeLocationInfo* const found = index->Find(node)) {
+        return found;
+    }
+    // Only a table beyond the index's entry numbers has entries that it did not take in.
+    return index->IndexedEntries() < EntryCount() ? Scan(node) : nullptr;
+}
+
+std::uint64_t NodeLocations::EntryCount() const noexcept {
+    return pageCount == 0 ? 0 : (pageCount - 1) * std::uint64_t(kEntriesPerPage) + usedInLastPage;
+}
+
+// In insertion order, so that the earliest entry of a node wins.
+NodeLocationInfo* NodeLocations::Scan(xercesc::DOMNode const* node) const noexcept {
+    for (Page* page = firstPage; page != nullptr; page = page->next) {
+        int const used = page == lastPage ? usedInLastPage : kEntriesPerPage;
+        for (int i = 0; i < used; ++i) {
+            if (page->nodes[i] == node) {
+                scannedEntries += std::uint64_t(i) + 1;
+                return &page->infos[i];
+            }
+        }
+        scannedEntries += std::uint64_t(used);
+    }
+    return nullptr;
+}
+
+bool NodeLocations::UseIndex() const noexcept {
+    try {
+        if (index == nullptr && scannedEntries >= gScansBeforeIndex * EntryCount() && EntryCount() > 0) {
+            index = std::make_unique<Index>();
+        }
+        if (index != nullptr) {
+            index->CatchUp(*this);
+        }
+    } catch (std::bad_alloc const&) {
+        // An index that could not grow still answers for what it took in; a missing one means scans.
+    }
+    return index != nullptr;
 }

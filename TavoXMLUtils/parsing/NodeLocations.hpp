@@ -1,15 +1,27 @@
 // NodeLocations: the table that tells for each DOM node of a parsed document the source line it came
 // from, filled by ValidatingXMLParser::LineInfoParser while the tree is built. NodeLocationInfo is the
 // record of one line (0 means unknown); it is also the output record of the parser front-end.
+//
+// Appending is a plain store into a page of 255 entries. Lookups scan the pages in insertion order
+// until they have cost, together, a few scans of the whole table; from then on an index answers them
+// (about 8 bytes per distinct node, built once and brought up to date with later entries). Either way
+// Find gives the earliest entry of a node. AddNew throws std::bad_alloc when no page can be had; Find
+// never fails (without memory for the index it goes on scanning). Lookups may run on several threads
+// at once once the table is filled; appending while others look up is not allowed.
 #pragma once
 
 #include "TavoXMLUtils/TavoXMLUtilsExport.hpp"
 
-#include <xercesc/dom/DOMNode.hpp>
+#include <xercesc/util/XercesDefs.hpp>
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <mutex>
-#include <unordered_map>
+
+XERCES_CPP_NAMESPACE_BEGIN
+class DOMNode;
+XERCES_CPP_NAMESPACE_END
 
 struct TAVOXMLUTILS_API NodeLocationInfo {
     std::uint32_t lineNumber = 0;
@@ -34,16 +46,19 @@ public:
 
 private:
     struct Page;
+    class Index;
+
+    std::uint64_t EntryCount() const noexcept;
+    NodeLocationInfo* Scan(xercesc::DOMNode const* node) const noexcept;
+    // Builds the index once the scans have cost enough; false when there is none to use.
+    bool UseIndex() const noexcept;
 
     Page* firstPage = nullptr;
     Page* lastPage = nullptr;
     std::int32_t usedInLastPage = kEntriesPerPage;
-    // Appending stays a plain store into a page. Find keeps an index from a node to its earliest record,
-    // brought up to date lazily with the entries added since the last lookup, so that a reader asking
-    // for many lines does not scan the table each time; it answers what a scan in insertion order
-    // would. The mutex lets several readers look up at once after the parse.
-    mutable std::mutex indexMutex;
-    mutable std::unordered_map<xercesc::DOMNode const*, NodeLocationInfo*> firstEntries;
-    mutable Page* indexedPage = nullptr; // the page the index has reached, null before the first page
-    mutable int indexedInPage = 0;       // entries of indexedPage already in the index
+    std::size_t pageCount = 0;
+
+    mutable std::mutex lookupMutex;
+    mutable std::uint64_t scannedEntries = 0; // entries looked at by scans so far
+    mutable std::unique_ptr<Index> index;
 };

@@ -10,6 +10,8 @@
 #include "TavoXMLUtils/support/internal/XMLChText.hpp"
 #include "Vesk/Location.hpp"
 
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/util/XMLString.hpp>
 
 using namespace xercesc;
@@ -257,12 +259,13 @@ DOMNode* DOMReader::GetActualNode() {
     return actNode;
 }
 
+// A reader built on a null element has no node: it has no child and no sibling either.
 DOMNode* DOMReader::GetFirstElementChild() {
-    return FirstElementChildOf(actNode);
+    return actNode == nullptr ? nullptr : FirstElementChildOf(actNode);
 }
 
 DOMNode* DOMReader::GetNextElementSibling() {
-    return NextElementSiblingOf(actNode);
+    return actNode == nullptr ? nullptr : NextElementSiblingOf(actNode);
 }
 
 Tavo::XMLTokenType DOMReader::GetTokenType() {

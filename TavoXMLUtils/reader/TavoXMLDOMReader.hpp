@@ -18,9 +18,13 @@
 #include "TavoXMLUtils/TavoXMLUtilsExport.hpp"
 #include "TavoXMLUtils/parsing/NodeLocations.hpp"
 
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMElement.hpp>
-#include <xercesc/dom/DOMNode.hpp>
+#include <xercesc/util/XercesDefs.hpp>
+
+XERCES_CPP_NAMESPACE_BEGIN
+class DOMDocument;
+class DOMElement;
+class DOMNode;
+XERCES_CPP_NAMESPACE_END
 
 namespace Vesk {
 class Location;
@@ -136,7 +140,8 @@ public:
     int GetNumberOfMessage() override;
     void GetMessage(int index, Tavo::UniString& text, int& line) override;
 
-    // The node under the cursor, and its first element child and next element sibling (the cursor stays).
+    // The node under the cursor, and its first element child and next element sibling (the cursor stays);
+    // null where there is none, also without a node under the cursor.
     virtual xercesc::DOMNode* GetActualNode();
     virtual xercesc::DOMNode* GetFirstElementChild();
     virtual xercesc::DOMNode* GetNextElementSibling();

@@ -165,4 +165,37 @@ TEST(ObjectStateTest, BuildRefusesMalformedStreamsAndPassesExceptions) {
     EXPECT_TRUE(built.IsEmpty());
 }
 
+// Records the names that Enumerate gives, one entry per event, with the kind of event in front.
+class NameRecorder : public ObjectState::Processor {
+public:
+    void BoolFound(String const& n, bool) override { Add("b:", n); }
+    void IntFound(String const& n, long long) override { Add("i:", n); }
+    void UIntFound(String const& n, unsigned long long) override { Add("u:", n); }
+    void RealFound(String const& n, double) override { Add("r:", n); }
+    void StringFound(String const& n, UniString const&) override { Add("s:", n); }
+    void ObjectEntered(String const& n) override { Add("{", n); }
+    void ObjectExited(String const& n) override { Add("}", n); }
+    void ListEntered(String const& n) override { Add("[", n); }
+    void ListExited(String const& n) override { Add("]", n); }
+    std::vector<std::string> events;
+
+private:
+    void Add(char const* kind, String const& name) { events.push_back(kind + name.Str()); }
+};
+
+TEST(ObjectStateTest, ListElementsAreReportedAsListValue) {
+    ObjectState state;
+    ObjectState::List& list = state.AddList("l");
+    list.PushInt(1).PushString("x");
+    list.PushObject().AddBool("flag", true);
+    list.PushList().PushReal(2.5);
+    NameRecorder recorder;
+    state.Enumerate(recorder);
+    std::vector<std::string> const expected{
+        "[l",          "i:list_value", "s:list_value", "{list_value", "b:flag",
+        "}list_value", "[list_value",  "r:list_value", "]list_value", "]l"};
+    EXPECT_EQ(recorder.events, expected);
+    EXPECT_STREQ(ObjectState::ListElementName, "list_value");
+}
+
 } // namespace

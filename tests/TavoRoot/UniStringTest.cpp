@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cwchar>
 #include <memory>
@@ -126,7 +127,8 @@ TEST(UniStringPrintf, ConversionsFlagsAndWidths) {
     UniString const tail(u"t\u00E9xt");
     int const n = 42;
     char pointer[32];
-    std::snprintf(pointer, sizeof pointer, "%p", static_cast<void const*>(&n));
+    std::snprintf(pointer, sizeof pointer, "%jx",
+                  static_cast<std::uintmax_t>(reinterpret_cast<std::uintptr_t>(&n)));
     UniString const formatted =
         UniString::PrintfFwd("%s|%ls|%T|%d|%u|%p|%%", "\x80x", u"\U0001F600", tail.ToPrintf(), -7,
                              4000000000u, static_cast<void const*>(&n));
@@ -143,4 +145,13 @@ TEST(UniStringPrintf, ConversionsFlagsAndWidths) {
     EXPECT_EQ(U(UniString::PrintfFwd("%S and %s", L"w\U0001F600", static_cast<char const*>(nullptr))),
               u"w\U0001F600 and (null)");
     EXPECT_EQ(U(UniString::PrintfFwd("100%")), u"100%");
+    // '*' values come from the arguments (a negative width aligns left); an unknown conversion, %n and a
+    // directive cut off by the end of the format take no text of their own.
+    int count = 0;
+    EXPECT_EQ(U(UniString::PrintfFwd("[%*d][%.*s][%q][%n]%lu%-5", -4, 7, 2, "abc", &count, 8ul)),
+              u"[7   ][ab][%q][]8%-5");
+    EXPECT_EQ(count, 0);
+    // %p gives the digits alone, so that a format's own "0x" is not doubled.
+    EXPECT_EQ(U(UniString::PrintfFwd("0x%p|%p|%-3p|", static_cast<void const*>(&n), nullptr, nullptr)),
+              u"0x" + U(UniString(pointer)) + u"|0|0  |");
 }

@@ -50,6 +50,11 @@ TEST(XMLOChannelTest, InheritedWritersEndInTheirFunnel) {
         {[handle](W o) { return o.WriteXMLCDATABinToHex(handle); }, "C AB01"},
         {[](W o) { return o.WriteXMLCDATAString("x]]>\xE9", 0); }, "C x]]>é"},
         {[](W o) { return o.WriteXMLCDATAString("x]]>", 2); }, "C x]"},
+        // A text literal is a text, not a bool.
+        {[](W o) { return o.WriteXML("t", "Hello \x80"); }, "E t Hello €"},
+        {[](W o) { return o.WriteXMLAttr("k", "v"); }, "A k v"},
+        {[](W o) { return o.WriteXMLTextNode("x"); }, "T x"},
+        {[](W o) { return o.WriteXML("t", static_cast<char const*>(nullptr)); }, "E t "},
     };
     for (auto const& [write, expected] : cases) {
         channel.log.clear();

@@ -51,6 +51,44 @@ TEST(NodeLocations, PagesOf255KeepEveryEntryAndTheEarliestWins) {
     EXPECT_EQ(LineOf(table, document.get()), 0u);
 }
 
+// Frequent lookups switch to an index; it must answer what a scan would, also for entries added after
+// it was built, and keep answering the earliest entry.
+TEST(NodeLocations, LookupsStayExactWhenEntriesFollowFrequentLookups) {
+    Document document(xercesc::DOMImplementation::getImplementation()->createDocument());
+    std::vector<xercesc::DOMNode*> nodes;
+    for (int i = 0; i < 3000; ++i) {
+        nodes.push_back(document->createTextNode(u"x"));
+    }
+    NodeLocations table;
+    EXPECT_EQ(table.Find(nodes[0]), nullptr);
+    for (unsigned int i = 0; i < 1000; ++i) {
+        table.AddNew(nodes[i], i + 1);
+    }
+    for (int round = 0; round < 3; ++round) {
+        for (unsigned int i = 0; i < 1000; i += 7) {
+            ASSERT_EQ(LineOf(table, nodes[i]), i + 1) << i;
+        }
+    }
+    EXPECT_EQ(LineOf(table, nodes[1500]), 0u);
+    // Later entries: new nodes over several pages, repeats of old and of new nodes.
+    for (unsigned int i = 1000; i < 3000; ++i) {
+        table.AddNew(nodes[i], i + 1);
+        table.AddNew(nodes[i - 1000], 77777);
+    }
+    table.AddNew(nodes[2999], 88888);
+    for (unsigned int i = 0; i < 3000; ++i) {
+        ASSERT_EQ(LineOf(table, nodes[i]), i + 1) << i;
+    }
+    // Lookups interleaved with appends.
+    xercesc::DOMNode* const late = document->createComment(u"late");
+    EXPECT_EQ(LineOf(table, late), 0u);
+    table.AddNew(late, 5);
+    EXPECT_EQ(LineOf(table, late), 5u);
+    table.AddNew(late, 6);
+    EXPECT_EQ(LineOf(table, late), 5u);
+    EXPECT_EQ(LineOf(table, document.get()), 0u);
+}
+
 TEST(NodeLocations, ParserRecordsElementsTextCommentsAndEntityReferences) {
     NodeLocations table;
     Document document(ParseXMLDoc(DataLocation("lines.xml"), Parser::Val_Never, true, &table));

@@ -5,6 +5,7 @@
 #include "Vesk/Location.hpp"
 
 #include <gtest/gtest.h>
+#include <xercesc/dom/DOM.hpp>
 
 #include <stdexcept>
 
@@ -151,6 +152,8 @@ TEST(DOMReaderCursor, CursorComesBackWhenAnExceptionPasses) {
 
 TEST(DOMReaderCursor, NullElementFailsAndSetsTheStatus) {
     TavoXML::DOMReader reader(nullptr, "a");
+    EXPECT_EQ(reader.GetFirstElementChild(), nullptr);
+    EXPECT_EQ(reader.GetNextElementSibling(), nullptr);
     Vesk::Location found;
     EXPECT_FALSE(reader.CheckTopLevelTag("a") || reader.GetLocation(found));
     Tavo::UniString text("kept");

@@ -4,6 +4,7 @@
 
 #include "TavoXMLUtils/interface/TavoXMLIChannelFactories.hpp"
 
+#include <xercesc/dom/DOM.hpp>
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLNetAccessor.hpp>

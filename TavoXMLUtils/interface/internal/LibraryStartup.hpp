@@ -1,14 +1,17 @@
 // The start-up order of the library's static objects. Library-internal: not part of the public
 // interface.
 //
-// Loading the shared library constructs these objects in this order, and unloading destroys them in the
-// reverse order:
-//   1. TavoInitImage runs (learns the library's own file name),
-//   2. the object-state bridge's XercescInitializer: initialises Xerces-C++,
-//   3. DefaultEncName, the encoding name "UTF-8" of the document formatter,
-//   4. the factories' XercescInitializer: no effect,
-//   5. the round-trip harness's XercescInitializer: no effect.
-// At unload the harness's initialiser terminates Xerces-C++ and the others find it terminated.
+// Loading the shared library constructs these objects in the order of their steps below, and unloading
+// destroys them in the reverse order:
+//   1. TAVOXML_STARTUP_IMAGE: TavoInitImage runs (learns the library's own file name);
+//   2. TAVOXML_STARTUP_BRIDGE: the object-state bridge's XercescInitializer;
+//   3. TAVOXML_STARTUP_ENCODING: DefaultEncName, the encoding name "UTF-8" of the document formatter;
+//   4. TAVOXML_STARTUP_FACTORIES: the channel factories' XercescInitializer;
+//   5. TAVOXML_STARTUP_HARNESS: the round-trip harness's XercescInitializer.
+// A step whose unit is not (yet) part of the library is simply absent. The XercescInitializer objects
+// share one flag: the first one constructed initialises Xerces-C++ (the bridge's where it exists, else
+// the factories'), the later ones find it initialised. At unload the first one destroyed, the last
+// constructed (the harness's), terminates Xerces-C++ for all, and the others find it terminated.
 //
 // Mechanism: C++ orders dynamic initialisation only within one translation unit; across units the order
 // is whatever the linker gives. Each object therefore carries a GCC/Clang init priority (an entry in
@@ -18,7 +21,7 @@
 // constructed after all of these and destroyed before them, which the shared flag of
 // XercescInitializer also tolerates.
 //
-// A unit that uses the DOM defines its initialiser so:
+// A unit that uses the DOM defines its initialiser with its own step, for instance the harness's:
 //   namespace TavoXML {
 //   static XercescInitializer xercescInitializer TAVOXML_STARTUP_AT(TAVOXML_STARTUP_HARNESS);
 //   }

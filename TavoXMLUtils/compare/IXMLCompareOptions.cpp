@@ -1,0 +1,7 @@
+#include "TavoXMLUtils/compare/IXMLCompareOptions.hpp"
+
+namespace TavoXML {
+
+IXMLCompareOptions::~IXMLCompareOptions() = default;
+
+} // namespace TavoXML

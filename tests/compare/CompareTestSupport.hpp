@@ -1,0 +1,120 @@
+// What the comparison tests share: documents from text, a comparison of two texts, catching one report
+// class, and options that count the objects they hand out, so that a test can tell that every clone,
+// node comparator and value comparator of a walk was freed again.
+#pragma once
+
+#include "TavoXMLUtils/compare/AttrRuledCompareOptions.hpp"
+#include "TavoXMLUtils/compare/DoXMLCompare.hpp"
+#include "TavoXMLUtils/compare/StrictOrderAutoValueCompareOptions.hpp"
+#include "TavoXMLUtils/compare/XMLCompareExceptions.hpp"
+#include "TavoXMLUtils/compare/XMLNodeComparators.hpp"
+#include "TavoXMLUtils/compare/XMLValueComparators.hpp"
+#include "common/ParsedDocument.hpp"
+
+#include <gtest/gtest.h>
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMElement.hpp>
+
+#include <algorithm>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace CompareTest {
+
+inline TavoTest::ParsedDocument Parse(std::string const& xml) {
+    TavoTest::ParsedDocument document = TavoTest::ParsedDocument::FromText(xml);
+    EXPECT_NE(document.Get(), nullptr) << "does not parse: " << xml;
+    return document;
+}
+
+// Compares two documents given as text with a strict comparator at the root.
+inline void Compare(std::string const& left, std::string const& right,
+                    TavoXML::IXMLCompareOptions const& options, xercesc::DOMNodeFilter* filter = nullptr) {
+    TavoTest::ParsedDocument const l = Parse(left);
+    TavoTest::ParsedDocument const r = Parse(right);
+    TavoXML::XMLCompareStrictOrder comparator;
+    TavoXML::DoXMLCompare(l.Get(), r.Get(), &comparator, filter, options);
+}
+
+inline void CompareAuto(std::string const& left, std::string const& right,
+                        xercesc::DOMNodeFilter* filter = nullptr) {
+    Compare(left, right, TavoXML::StrictOrderAutoValueCompareOptions(), filter);
+}
+
+// Whether the two documents compare equal under the options (the automatic ones by default).
+inline bool
+Equal(std::string const& left, std::string const& right,
+      TavoXML::IXMLCompareOptions const& options = TavoXML::StrictOrderAutoValueCompareOptions()) {
+    try {
+        Compare(left, right, options);
+        return true;
+    } catch (TavoXML::XMLCompareException const&) {
+        return false;
+    }
+}
+
+// The report of class Report that `run` throws; a failure (and nothing) if it returns or throws another.
+template <class Report>
+std::optional<Report> Catch(std::function<void()> const& run) {
+    try {
+        run();
+        ADD_FAILURE() << "no difference was reported";
+    } catch (Report const& report) {
+        return report;
+    } catch (TavoXML::XMLCompareException const& other) {
+        ADD_FAILURE() << "another report: " << Tavo::ToUTF8String(other.GetText());
+    }
+    return std::nullopt;
+}
+
+inline std::string Path(TavoXML::XMLCompareException const& report, TavoXML::XMLCompareException::Side side) {
+    return Tavo::ToUTF8String(report.GetNodePathUniString(side));
+}
+
+// Live objects handed out by CountingOptions.
+struct Live {
+    static inline int options = 0;
+    static inline int nodeComparators = 0;
+    static inline int valueComparators = 0;
+    static inline int maxOptions = 0;
+};
+
+class CountingStrictOrder : public TavoXML::XMLCompareStrictOrder {
+public:
+    CountingStrictOrder() { ++Live::nodeComparators; }
+    ~CountingStrictOrder() override { --Live::nodeComparators; }
+};
+
+class CountingAuto : public TavoXML::XMLCompareAuto {
+public:
+    CountingAuto() { ++Live::valueComparators; }
+    ~CountingAuto() override { --Live::valueComparators; }
+};
+
+// Attribute-ruled options (so that every element pair gets a clone) that count what they hand out.
+class CountingOptions : public TavoXML::AttrRuledCompareOptions {
+public:
+    CountingOptions() { Count(); }
+    CountingOptions(CountingOptions const& other) : TavoXML::AttrRuledCompareOptions(other) { Count(); }
+    ~CountingOptions() override { --Live::options; }
+
+    TavoXML::IXMLCompareOptions* Clone() const override { return new CountingOptions(*this); }
+    TavoXML::XMLValueComparator* GetValueComparator() const override { return new CountingAuto(); }
+    TavoXML::XMLValueComparator* GetAttributeValueComparator(xercesc::DOMAttr const*) const override {
+        return new CountingAuto();
+    }
+    TavoXML::XMLNodeComparator* PrepareNodeComparator(xercesc::DOMElement const* left,
+                                                      xercesc::DOMElement const* right) override {
+        delete TavoXML::AttrRuledCompareOptions::PrepareNodeComparator(left, right);
+        return new CountingStrictOrder();
+    }
+
+private:
+    static void Count() {
+        ++Live::options;
+        Live::maxOptions = std::max(Live::maxOptions, Live::options);
+    }
+};
+
+} // namespace CompareTest
