@@ -169,7 +169,8 @@ xercesc::DOMDocument* ValidatingXMLParser::ParseSized(xercesc::InputSource& sour
     } catch (...) {
         Report(errorLocation, errorMessage, 0, gOutOfMemory);
     }
-    (*memory).EndParse(document != nullptr);
+    // The most derived object: the start of what the library allocated for the document.
+    (*memory).EndParse(document != nullptr ? dynamic_cast<void const*>(document) : nullptr);
     return document;
 }
 

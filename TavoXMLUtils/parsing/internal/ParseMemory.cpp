@@ -22,6 +22,8 @@ constexpr std::size_t gBudgetPerInputByte = 256;
 constexpr std::size_t gSpareFrom = std::size_t{32} << 10;
 // Marks the blocks of this manager, so that a foreign block is never taken for one of ours.
 constexpr std::uint32_t gBlockMagic = 0x7a5e0b1c;
+// Marks the block that holds the document object of a successful parse.
+constexpr std::uint32_t gDocumentMagic = 0x7a5e0b1d;
 
 } // namespace
 
@@ -135,10 +137,18 @@ void ParseMemory::deallocate(void* pointer) {
     bool lastGone = false;
     {
         std::lock_guard const lock(mutex);
-        if (block->magic != gBlockMagic) {
+        if (block->magic != gBlockMagic && block->magic != gDocumentMagic) {
             return; // not ours: never free what we can't account for
         }
+        bool const documentGone = block->magic == gDocumentMagic;
+        std::uint32_t const number = block->cohort;
         Unlink(block);
+        if (documentGone) {
+            failed[number] = true;
+            if (retired) {
+                FreeCohort(number);
+            }
+        }
         lastGone = retired && liveBlocks == 0;
     }
     if (lastGone) {
@@ -155,10 +165,28 @@ void ParseMemory::BeginParse() {
     budgetExceeded = false;
 }
 
-void ParseMemory::EndParse(bool documentCameOut) {
+void ParseMemory::FreeCohort(std::uint32_t number) noexcept {
+    for (Block* block = first; block != nullptr;) {
+        Block* const next = block->next;
+        if (block->cohort == number) {
+            Unlink(block);
+        }
+        block = next;
+    }
+}
+
+void ParseMemory::EndParse(void const* document) {
     std::lock_guard const lock(mutex);
-    if (cohort != 0 && !documentCameOut) {
+    if (cohort != 0 && document == nullptr) {
         failed[cohort] = true;
+    }
+    auto const* const address = static_cast<char const*>(document);
+    for (Block* block = first; document != nullptr && block != nullptr; block = block->next) {
+        auto const* const start = reinterpret_cast<char const*>(block + 1);
+        if (block->cohort == cohort && start <= address && address < start + block->size) {
+            block->magic = gDocumentMagic;
+            break;
+        }
     }
     cohort = 0;
     cohortBytes = 0;

@@ -38,8 +38,11 @@ public:
 
     // Opens a cohort and starts the budget from zero.
     void BeginParse();
-    // Closes the cohort; without a document it is marked for freeing at Retire.
-    void EndParse(bool documentCameOut);
+    // Closes the cohort; without a document it is marked for freeing at Retire. With one, the block
+    // that holds the document object is remembered: once it is freed, the document is gone, and what
+    // is left of its parse is garbage too (the parser's library leaks some declarations of successful
+    // parses as well), freed at Retire or at once when the parser is already gone.
+    void EndParse(void const* document);
     // Document bytes read in this parse; the budget grows with them.
     void AddInputBytes(std::size_t count);
     std::size_t InputBytes() const;
@@ -56,6 +59,7 @@ private:
     ~ParseMemory() override;
     bool OverBudget(std::size_t size) const;
     void Unlink(Block* block) noexcept;
+    void FreeCohort(std::uint32_t number) noexcept;
     void* TakeSpare(std::size_t size) noexcept;
     bool KeepSpare(Block* block) noexcept;
 
@@ -64,7 +68,7 @@ private:
     std::size_t liveBlocks = 0;
     std::uint32_t cohort = 0;     // the open cohort; 0 when no parse runs
     std::uint32_t lastCohort = 0; // cohorts are numbered from 1
-    std::vector<bool> failed;     // by cohort number
+    std::vector<bool> failed;     // by cohort number: no document, or its document is gone
     std::size_t cohortBytes = 0;  // bytes live from the open cohort
     std::size_t inputBytes = 0;
     bool budgetExceeded = false;
