@@ -15,7 +15,6 @@
 #include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
-#include <xercesc/util/XMLNetAccessor.hpp>
 #include <xercesc/util/XMLString.hpp>
 
 #include <cstddef>
@@ -92,13 +91,6 @@ void ReadSections(TavoXML::DOMReader& reader) {
 }
 
 } // namespace
-
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    // No input may reach the network: without a net accessor, external references by URL fail to open.
-    delete xercesc::XMLPlatformUtils::fgNetAccessor;
-    xercesc::XMLPlatformUtils::fgNetAccessor = nullptr;
-    return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     Tavo::XMLIChannel* channel = TavoXML::CreateXMLIChannelFromMemory(

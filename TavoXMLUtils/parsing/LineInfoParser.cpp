@@ -1,11 +1,19 @@
 #include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
 
+#include "TavoXMLUtils/parsing/internal/ParseGuard.hpp"
+
+#include <xercesc/internal/ReaderMgr.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLResourceIdentifier.hpp>
+#include <xercesc/validators/DTD/DTDEntityDecl.hpp>
 
 ValidatingXMLParser::LineInfoParser::LineInfoParser()
-    : xercesc::XercesDOMParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr),
-      nodeLocations(nullptr), locator(getScanner()->getLocator()) {}
+    : LineInfoParser(xercesc::XMLPlatformUtils::fgMemoryManager) {}
+
+ValidatingXMLParser::LineInfoParser::LineInfoParser(xercesc::MemoryManager* memory)
+    : xercesc::XercesDOMParser(nullptr, memory, nullptr), nodeLocations(nullptr),
+      locator(getScanner()->getLocator()) {}
 
 ValidatingXMLParser::LineInfoParser::~LineInfoParser() = default;
 
@@ -46,10 +54,54 @@ void ValidatingXMLParser::LineInfoParser::startElement(const xercesc::XMLElement
                                                        const XMLSize_t attrCount, const bool isEmpty,
                                                        const bool isRoot) {
     xercesc::XercesDOMParser::startElement(elemDecl, urlId, elemPrefix, attrList, attrCount, isEmpty, isRoot);
+    if (guard != nullptr) {
+        guard->OnStartElement();
+    }
     InsertNodeLocInfo();
 }
 
+void ValidatingXMLParser::LineInfoParser::RecoverFromFailedParse(bool releaseDocument) noexcept {
+    // The library leaves its in-progress mark set after running out of memory, on purpose, and its
+    // stack of readers as it was: the next parse would go on reading the old document after its own.
+    setParseInProgress(false);
+    if (!releaseDocument) {
+        return;
+    }
+    try {
+        // The reader manager belongs to the scanner and is not const; the scanner only shows it so.
+        const_cast<xercesc::ReaderMgr*>(getScanner()->getReaderMgr())->reset();
+        resetPool();
+    } catch (...) {
+    }
+}
+
+void ValidatingXMLParser::LineInfoParser::startDocument() {
+    xercesc::XercesDOMParser::startDocument();
+    if (guard != nullptr) {
+        guard->OnStartDocument();
+    }
+}
+
+void ValidatingXMLParser::LineInfoParser::entityDecl(const xercesc::DTDEntityDecl& entityDecl,
+                                                     const bool isPEDecl, const bool isIgnored) {
+    xercesc::XercesDOMParser::entityDecl(entityDecl, isPEDecl, isIgnored);
+    if (guard != nullptr) {
+        guard->OnEntityDecl(entityDecl);
+    }
+}
+
+xercesc::InputSource*
+ValidatingXMLParser::LineInfoParser::resolveEntity(xercesc::XMLResourceIdentifier* resourceIdentifier) {
+    if (guard != nullptr && resourceIdentifier != nullptr) {
+        guard->OnResolve(*resourceIdentifier);
+    }
+    return xercesc::XercesDOMParser::resolveEntity(resourceIdentifier);
+}
+
 void ValidatingXMLParser::LineInfoParser::startEntityReference(const xercesc::XMLEntityDecl& entDecl) {
+    if (guard != nullptr) {
+        guard->OnStartEntity(entDecl);
+    }
     xercesc::XercesDOMParser::startEntityReference(entDecl);
     InsertNodeLocInfo();
 }

@@ -4,7 +4,10 @@
 
 #include "TavoRoot/TavoException.hpp"
 #include "TavoXMLUtils/parsing/LocationInputSource.hpp"
+#include "TavoXMLUtils/parsing/internal/CountingInputSource.hpp"
 #include "TavoXMLUtils/parsing/internal/DOMTreeErrorReporter.hpp"
+#include "TavoXMLUtils/parsing/internal/ParseGuard.hpp"
+#include "TavoXMLUtils/parsing/internal/ParseMemory.hpp"
 #include "TavoXMLUtils/parsing/internal/TavoEntityResolver.hpp"
 #include "TavoXMLUtils/support/internal/XMLChText.hpp"
 #include "Vesk/File.hpp"
@@ -13,12 +16,17 @@
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/sax/SAXException.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/SecurityManager.hpp>
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/validators/common/Grammar.hpp>
 
+#include <algorithm>
+#include <filesystem>
 #include <memory>
+#include <new>
+#include <system_error>
 
 namespace {
 
@@ -26,37 +34,78 @@ constexpr char const* gParseFailed = "Failed to parse XML document";
 constexpr char const* gMemoryError = "Memory error";
 constexpr char const* gSchemaNotOpened = "Could not open the XML Schema file.";
 constexpr char const* gSchemaNotLoaded = "Could not load the XML Schema.";
+constexpr char const* gOutOfMemory = "out of memory";
+constexpr XMLSize_t gMinimumExpansions = 50000;
+constexpr XMLSize_t gBytesPerExpansion = 16;
+constexpr char const* gOverBudget =
+    "out of memory: the document needs more than the parser allows for its size "
+    "(128 MiB and 256 bytes per byte of the document)";
 
+// Writes the outputs that were asked for. Never throws: it runs on the failure path, possibly with
+// memory short, where a second exception would end the process or escape the front-end.
 void Report(NodeLocationInfo* errorLocation, Tavo::UniString* errorMessage, XMLFileLoc line,
-            Tavo::UniString const& text) {
+            Tavo::UniString const& text) noexcept {
     if (errorLocation != nullptr) {
         errorLocation->lineNumber = static_cast<std::uint32_t>(line);
     }
     if (errorMessage != nullptr) {
-        *errorMessage = text;
+        try {
+            *errorMessage = text;
+        } catch (...) {
+        }
+    }
+}
+void Report(NodeLocationInfo* errorLocation, Tavo::UniString* errorMessage, XMLFileLoc line,
+            XMLCh const* text) noexcept {
+    try {
+        Report(errorLocation, errorMessage, line, Tavo::UniString(text));
+    } catch (...) {
+        Report(errorLocation, errorMessage, line, Tavo::UniString());
+    }
+}
+void Report(NodeLocationInfo* errorLocation, Tavo::UniString* errorMessage, XMLFileLoc line,
+            char const* text) noexcept {
+    try {
+        Report(errorLocation, errorMessage, line, Tavo::UniString(text));
+    } catch (...) {
+        Report(errorLocation, errorMessage, line, Tavo::UniString());
     }
 }
 
-// The error handler, entity resolver and security manager of one call live on its stack; they are
-// taken off the parser when the call ends, so that the parser never points at objects that are gone.
+// The error handler, entity resolver, security manager and guard of one call live on its stack; they
+// are taken off the parser when the call ends, so that the parser never points at objects that are
+// gone. The parser is made usable first: its setters refuse to work while the library believes a parse
+// is still running, which it does after running out of memory.
 class CallScope {
 public:
-    explicit CallScope(xercesc::XercesDOMParser& parser) : parser(parser) {}
+    explicit CallScope(ValidatingXMLParser::LineInfoParser& parser) : parser(parser) {}
     CallScope(CallScope const&) = delete;
     CallScope& operator=(CallScope const&) = delete;
     ~CallScope() {
-        parser.setErrorHandler(nullptr);
-        parser.setEntityResolver(nullptr);
-        parser.setSecurityManager(nullptr);
+        try {
+            parser.RecoverFromFailedParse(false);
+            parser.SetGuard(nullptr);
+            parser.setErrorHandler(nullptr);
+            parser.setEntityResolver(nullptr);
+            parser.setSecurityManager(nullptr);
+            parser.setDisableDefaultEntityResolution(false);
+        } catch (...) {
+        }
     }
 
 private:
-    xercesc::XercesDOMParser& parser;
+    ValidatingXMLParser::LineInfoParser& parser;
 };
 
 } // namespace
 
-ValidatingXMLParser::ValidatingXMLParser() = default;
+ValidatingXMLParser::MemoryOwner::MemoryOwner() : memory(TavoXML::detail::ParseMemory::Create()) {}
+
+ValidatingXMLParser::MemoryOwner::~MemoryOwner() {
+    memory->Retire();
+}
+
+ValidatingXMLParser::ValidatingXMLParser() : parser(&*memory) {}
 
 ValidatingXMLParser::~ValidatingXMLParser() = default;
 
@@ -104,16 +153,45 @@ xercesc::DOMDocument* ValidatingXMLParser::Parse(xercesc::InputSource& source, V
                                                  bool createEntityRefs, NodeLocations* nodeLocations,
                                                  NodeLocationInfo* errorLocation,
                                                  Tavo::UniString* errorMessage) {
+    return ParseSized(source, 0, scheme, createEntityRefs, nodeLocations, errorLocation, errorMessage);
+}
+
+xercesc::DOMDocument* ValidatingXMLParser::ParseSized(xercesc::InputSource& source, std::size_t size,
+                                                      ValSchemes scheme, bool createEntityRefs,
+                                                      NodeLocations* nodeLocations,
+                                                      NodeLocationInfo* errorLocation,
+                                                      Tavo::UniString* errorMessage) {
+    parser.SetNodeLocations(nodeLocations);
+    xercesc::DOMDocument* document = nullptr;
+    try {
+        (*memory).BeginParse();
+        document = ParseGuarded(source, size, scheme, createEntityRefs, errorLocation, errorMessage);
+    } catch (...) {
+        Report(errorLocation, errorMessage, 0, gOutOfMemory);
+    }
+    // The most derived object: the start of what the library allocated for the document.
+    (*memory).EndParse(document != nullptr ? dynamic_cast<void const*>(document) : nullptr);
+    return document;
+}
+
+xercesc::DOMDocument* ValidatingXMLParser::ParseGuarded(xercesc::InputSource& source, std::size_t size,
+                                                        ValSchemes scheme, bool createEntityRefs,
+                                                        NodeLocationInfo* errorLocation,
+                                                        Tavo::UniString* errorMessage) {
     DOMTreeErrorReporter reporter;
     TavoEntityResolver resolver;
     // Nested general entities can make a small document expand without end ("billion laughs"). The
-    // parser's security manager ends such a parse with a fatal error after its default of 50000
-    // entity expansions, far above what real documents use; character references and the predefined
-    // entities don't count.
+    // parser's security manager ends such a parse with a fatal error after a number of entity
+    // expansions: 50000, above what even heavy real use of entities needs, or more for a large document
+    // (character references and the predefined entities don't count). Each expansion costs the parser a
+    // reader of its own, so the count bounds the time. The guard adds the bound by size and the refusal of
+    // external general entities; the counting source lets both grow with the document.
     xercesc::SecurityManager securityManager;
-    parser.SetNodeLocations(nodeLocations);
+    securityManager.setEntityExpansionLimit(std::max(gMinimumExpansions, size / gBytesPerExpansion));
+    TavoXML::detail::ParseGuard guard(*memory, parser.GetLocator(), externalGeneralEntities);
+    TavoXML::detail::CountingInputSource counted(source, *memory);
+    CallScope const scope(parser);
     try {
-        CallScope const scope(parser);
         parser.reset();
         // With a loaded schema the caller's scheme doesn't count: the document is validated against it,
         // and namespaces are processed exactly then.
@@ -126,14 +204,24 @@ xercesc::DOMDocument* ValidatingXMLParser::Parse(xercesc::InputSource& source, V
         parser.setCreateEntityReferenceNodes(createEntityRefs);
         parser.setEntityResolver(&resolver);
         parser.setSecurityManager(&securityManager);
-        parser.parse(source);
+        // The resolver answers for every external resource; the library's own resolution must never
+        // step in behind it.
+        parser.setDisableDefaultEntityResolution(true);
+        parser.SetGuard(&guard);
+        parser.parse(counted);
         return parser.adoptDocument();
+    } catch (xercesc::OutOfMemoryException const&) {
+        // Memory first, so that the report itself finds some.
+        parser.RecoverFromFailedParse(true);
+        Report(errorLocation, errorMessage, 0, (*memory).BudgetExceeded() ? gOverBudget : gOutOfMemory);
+    } catch (std::bad_alloc const&) {
+        parser.RecoverFromFailedParse(true);
+        Report(errorLocation, errorMessage, 0, gOutOfMemory);
     } catch (xercesc::SAXParseException const& exception) {
-        Report(errorLocation, errorMessage, exception.getLineNumber(),
-               Tavo::UniString(exception.getMessage()));
+        Report(errorLocation, errorMessage, exception.getLineNumber(), exception.getMessage());
     } catch (xercesc::XMLException const& exception) {
         // The line in the parser's own source, not in the document; kept as the parser gives it.
-        Report(errorLocation, errorMessage, exception.getSrcLine(), Tavo::UniString(exception.getMessage()));
+        Report(errorLocation, errorMessage, exception.getSrcLine(), exception.getMessage());
     } catch (...) {
         Report(errorLocation, errorMessage, 0, gParseFailed);
     }
@@ -153,7 +241,10 @@ xercesc::DOMDocument* ValidatingXMLParser::Parse(Vesk::Location const& location,
         Report(errorLocation, errorMessage, 0, gMemoryError);
         return nullptr;
     }
-    return Parse(*source, scheme, createEntityRefs, nodeLocations, errorLocation, errorMessage);
+    std::error_code ignored;
+    auto const size = std::filesystem::file_size(location.GetNativePath(), ignored);
+    return ParseSized(*source, ignored ? 0 : static_cast<std::size_t>(size), scheme, createEntityRefs,
+                      nodeLocations, errorLocation, errorMessage);
 }
 
 xercesc::DOMDocument* ValidatingXMLParser::Parse(unsigned char const* bytes, unsigned int size,
@@ -166,7 +257,7 @@ xercesc::DOMDocument* ValidatingXMLParser::Parse(unsigned char const* bytes, uns
     Tavo::UniString::UStrHolder const nameText = name.ToUStr(0, Tavo::UniString::kAll);
     xercesc::MemBufInputSource source(bytes, size, TavoXML::AsXMLCh(nameText.Get()), false,
                                       xercesc::XMLPlatformUtils::fgMemoryManager);
-    return Parse(source, scheme, createEntityRefs, nodeLocations, errorLocation, errorMessage);
+    return ParseSized(source, size, scheme, createEntityRefs, nodeLocations, errorLocation, errorMessage);
 }
 
 xercesc::DOMDocument* ValidatingXMLParser::Parse(unsigned char const* bytes, unsigned int size,

@@ -1,8 +1,28 @@
 // ValidatingXMLParser and ParseXMLDoc: the one way of the library from a location, a memory block or
 // an input source to a DOMDocument. A result other than null belongs to the caller, who ends it with
 // release(). On failure the result is null, and the line and the text of the failure go to the two
-// optional output pointers; nothing thrown by the parser gets out.
+// optional output pointers; nothing thrown by the parser gets out, running out of memory included
+// (the text is then "out of memory").
+//
+// Parsing and the outside world. Documents are untrusted input, so the parser is safe by default:
+// - Only local files are read for a DTD or an entity: a "file:" URL whose host is empty or
+//   "localhost", or a plain path (a relative one against the working directory). Any other scheme or
+//   host is never opened, and only regular files are: no FIFO, device, socket or folder.
+// - External general entities (`<!ENTITY e SYSTEM "...">` referenced as `&e;` in content) are refused:
+//   the parse fails at the reference, and no byte of the named resource reaches the document. External
+//   DTD subsets and external parameter entities are read, so declarations and DTD validation work. A
+//   caller who trusts its documents may allow external general entities on its own parser
+//   (AllowExternalGeneralEntities); ParseXMLDoc and the channels never do.
+// - Entity expansion is bounded by count (50000 expansions, or one for each 16 bytes of a document whose
+//   size is known beforehand when that is more) and by size: the
+//   replacement text of the entities expanded in content, and the values of all entity declarations,
+//   may not exceed 10 MiB characters, or 10 times the document's size when that is more.
+// - A parse has a memory budget of 128 MiB plus 256 bytes for each byte of the document; beyond it
+//   the parse fails as if memory ran out, with a text that names the limit.
+// - A failed parse leaves no memory behind, also where the parser's library would leak.
 #pragma once
+
+#include <cstddef>
 
 #include "TavoRoot/UniString.hpp"
 #include "TavoXMLUtils/TavoXMLUtilsExport.hpp"
@@ -15,6 +35,17 @@
 #include <xercesc/sax/InputSource.hpp>
 #include <xercesc/sax/Locator.hpp>
 
+XERCES_CPP_NAMESPACE_BEGIN
+class DTDEntityDecl;
+class MemoryManager;
+class XMLResourceIdentifier;
+XERCES_CPP_NAMESPACE_END
+
+namespace TavoXML::detail {
+class ParseGuard;
+class ParseMemory;
+} // namespace TavoXML::detail
+
 class TAVOXMLUTILS_API ValidatingXMLParser {
 public:
     using ValSchemes = xercesc::AbstractDOMParser::ValSchemes;
@@ -23,8 +54,20 @@ public:
     // node in a NodeLocations table while it builds the tree.
     class TAVOXMLUTILS_API LineInfoParser : public xercesc::XercesDOMParser {
     public:
+        // On the parser library's global memory manager.
         LineInfoParser();
+        // On `memory`, which must outlive the parser and every document it hands out.
+        explicit LineInfoParser(xercesc::MemoryManager* memory);
         ~LineInfoParser() override;
+
+        // The scanner's position, for texts that name a line.
+        xercesc::Locator const& GetLocator() const noexcept { return *locator; }
+        // The rules of the running parse; null (the default) checks nothing. Not owned.
+        void SetGuard(TavoXML::detail::ParseGuard* parseGuard) noexcept { guard = parseGuard; }
+        // Makes the parser usable again after a parse that ended by an exception, running out of memory
+        // included (after which the parser library would refuse every further call). With
+        // `releaseDocument` the partly built document goes at once, so that its memory is free.
+        void RecoverFromFailedParse(bool releaseDocument) noexcept;
 
         // Where entries go; null turns the tracking off. The table is not owned.
         void SetNodeLocations(NodeLocations* locations) noexcept { nodeLocations = locations; }
@@ -41,10 +84,15 @@ public:
                           const xercesc::RefVectorOf<xercesc::XMLAttr>& attrList, const XMLSize_t attrCount,
                           const bool isEmpty, const bool isRoot) override;
         void startEntityReference(const xercesc::XMLEntityDecl& entDecl) override;
+        void startDocument() override;
+        void entityDecl(const xercesc::DTDEntityDecl& entityDecl, const bool isPEDecl,
+                        const bool isIgnored) override;
+        xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* resourceIdentifier) override;
 
     private:
         NodeLocations* nodeLocations;
         xercesc::Locator const* locator;
+        TavoXML::detail::ParseGuard* guard = nullptr;
     };
 
     ValidatingXMLParser();
@@ -80,10 +128,39 @@ public:
                                 NodeLocationInfo* errorLocation = nullptr,
                                 Tavo::UniString* errorMessage = nullptr);
 
+    // Off by default. When on, the external general entities of later parses are read from local
+    // regular files as the resolution above says; only for documents that the caller trusts.
+    void AllowExternalGeneralEntities(bool allow) noexcept { externalGeneralEntities = allow; }
+    bool ExternalGeneralEntitiesAllowed() const noexcept { return externalGeneralEntities; }
+
     LineInfoParser& GetParser() noexcept { return parser; }
 
 private:
+    // Owns the parser's memory manager and retires it when the parser is gone: declared first, so that
+    // it is destroyed last.
+    class MemoryOwner {
+    public:
+        MemoryOwner();
+        MemoryOwner(MemoryOwner const&) = delete;
+        MemoryOwner& operator=(MemoryOwner const&) = delete;
+        ~MemoryOwner();
+        TavoXML::detail::ParseMemory& operator*() const noexcept { return *memory; }
+
+    private:
+        TavoXML::detail::ParseMemory* memory;
+    };
+
+    // Parse with the document's size when it is known beforehand (0 otherwise), for the count limit.
+    xercesc::DOMDocument* ParseSized(xercesc::InputSource& source, std::size_t size, ValSchemes scheme,
+                                     bool createEntityRefs, NodeLocations* nodeLocations,
+                                     NodeLocationInfo* errorLocation, Tavo::UniString* errorMessage);
+    xercesc::DOMDocument* ParseGuarded(xercesc::InputSource& source, std::size_t size, ValSchemes scheme,
+                                       bool createEntityRefs, NodeLocationInfo* errorLocation,
+                                       Tavo::UniString* errorMessage);
+
+    MemoryOwner memory;
     LineInfoParser parser;
+    bool externalGeneralEntities = false;
 };
 
 // One throw-away ValidatingXMLParser (without schema) and the matching Parse.

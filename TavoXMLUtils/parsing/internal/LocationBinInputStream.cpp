@@ -3,6 +3,8 @@
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLExceptMsgs.hpp>
 
+#include <sys/stat.h>
+
 namespace {
 
 // Read failures are reported under the name of the chief source of the input layer, whatever file the
@@ -16,11 +18,19 @@ constexpr char const* gSourceFile = "LocationInputSource";
                                              static_cast<xercesc::MemoryManager*>(nullptr));
 }
 
+// Only a regular file is a document: a FIFO or a character device would make the open or the reads
+// wait for ever or never end, and a folder reads as nothing. Asked before the open, because opening a
+// FIFO for reading already waits for a writer.
+bool IsRegularFile(Vesk::Location const& location) {
+    struct stat info {};
+    return stat(location.GetNativePath().c_str(), &info) == 0 && S_ISREG(info.st_mode);
+}
+
 } // namespace
 
 LocationBinInputStream::LocationBinInputStream(Vesk::Location const* location)
     : file(*location, Vesk::File::OnNotFoundIgnore), opened(false), position(0) {
-    if (file.GetStatus() == Vesk::StatusOK &&
+    if (file.GetStatus() == Vesk::StatusOK && IsRegularFile(*location) &&
         file.Open(Vesk::File::OpenRead, Vesk::AccessDeniedReport) == Vesk::StatusOK) {
         opened = true;
     }

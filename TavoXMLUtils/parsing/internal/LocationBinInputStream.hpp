@@ -1,5 +1,6 @@
 // LocationBinInputStream: the parser's byte stream over a file at a Vesk::Location, read through
-// Vesk::File so that local documents never pass through the parser's own file layer.
+// Vesk::File so that local documents never pass through the parser's own file layer. Only a regular
+// file opens; a FIFO, a device, a socket or a folder leaves the stream unopened.
 #pragma once
 
 #include "TavoXMLUtils/TavoXMLUtilsExport.hpp"

@@ -7,22 +7,35 @@
 #include <xercesc/framework/LocalFileInputSource.hpp>
 #include <xercesc/framework/URLInputSource.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLURL.hpp>
 
 namespace {
 
-// An absolute URL is read by the parser's own URL layer, but only for the "file" scheme: a document
-// must never make the library reach the network, so the stream of any other scheme is refused, which
-// the parser reports as a source it could not open.
+// An absolute URL stays a URLInputSource, but the parser's own URL layer never reads it: that layer
+// would hand a "file:" URL with a host (127.0.0.1 too) to its network accessor, and would open a FIFO
+// or a device and wait on it for ever. Only a "file:" URL with no host or "localhost" is read, as a
+// Vesk location, which opens regular files only. Any other URL gets no stream, which the parser
+// reports as a source that it could not open.
 class LocalURLInputSource : public xercesc::URLInputSource {
 public:
     using xercesc::URLInputSource::URLInputSource;
 
     xercesc::BinInputStream* makeStream() const override {
-        if (urlSrc().getProtocol() != xercesc::XMLURL::File) {
+        xercesc::XMLURL const& url = urlSrc();
+        if (url.getProtocol() != xercesc::XMLURL::File || !IsLocalHost(url.getHost())) {
             return nullptr;
         }
-        return xercesc::URLInputSource::makeStream();
+        try {
+            return LocationInputSource(Vesk::Location(Tavo::UniString(url.getURLText()))).makeStream();
+        } catch (...) {
+            return nullptr;
+        }
+    }
+
+private:
+    static bool IsLocalHost(XMLCh const* host) {
+        return host == nullptr || *host == 0 || xercesc::XMLString::compareIString(host, u"localhost") == 0;
     }
 };
 
