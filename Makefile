@@ -7,7 +7,8 @@ PREFIX     ?= /usr/local
 JOBS       ?= $(shell nproc)
 FUZZ_SECONDS ?= 60
 # Extra seed folders for the fuzzers: the shared fuzz seeds when they are there.
-FUZZ_CORPUS ?= $(wildcard ../shared/corpus/fuzz-seeds/go-fuzz-corpus-xml)
+FUZZ_CORPUS ?= $(wildcard ../shared/corpus/fuzz-seeds/go-fuzz-corpus-xml ../shared/corpus/fuzz-seeds/pugixml-fuzz-parse)
+FUZZ_DICT ?= $(wildcard ../shared/corpus/fuzz-seeds/libxml2/xml.dict)
 
 CMAKE_GEN = -G Ninja
 
@@ -58,7 +59,7 @@ fuzz:
 	    name=$$(basename $$f); mkdir -p fuzz/corpus-run/$$name; \
 	    echo "== $$name for $(FUZZ_SECONDS)s"; \
 	    seeds=fuzz/seeds/$$name; [ -d $$seeds ] || seeds=; \
-	    $$f -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=4096 -timeout=30 \
+	    $$f -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=4096 -timeout=60 $(if $(FUZZ_DICT),-dict=$(FUZZ_DICT)) \
 	        fuzz/corpus-run/$$name $$seeds $(FUZZ_CORPUS) || exit 1; \
 	done
 

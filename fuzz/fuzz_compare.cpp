@@ -26,11 +26,6 @@
 #include <memory>
 #include <vector>
 
-// Xerces-C++ 3.2 leaks the half-built content model of a malformed element declaration; see
-// fuzz_parse.cpp.
-extern "C" char const* __lsan_default_suppressions() {
-    return "leak:xercesc_3_2::DTDScanner::scanChildren\n";
-}
 extern "C" char const* __asan_default_options() {
     return "fast_unwind_on_malloc=0:malloc_context_size=8";
 }

@@ -33,15 +33,6 @@
 #include <utility>
 #include <vector>
 
-// Xerces-C++ 3.2 itself leaks the half-built content model of a malformed element declaration (see
-// fuzz_parse.cpp), of the children form and of the mixed form ("<!ELEMENT doc (#PCDATA%>"); and, when
-// the document is adopted from the parser, the declaration and the reader of a loaded external subset
-// (a bare XercesDOMParser with adoptDocument() leaks them too).
-extern "C" char const* __lsan_default_suppressions() {
-    return "leak:xercesc_3_2::DTDScanner::scanChildren\n"
-           "leak:xercesc_3_2::DTDScanner::scanMixed\n"
-           "leak:xercesc_3_2::IGXMLScanner::scanDocTypeDecl\n";
-}
 extern "C" char const* __asan_default_options() {
     return "fast_unwind_on_malloc=0:malloc_context_size=8";
 }
