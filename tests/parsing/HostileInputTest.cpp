@@ -40,6 +40,11 @@ void CheckHostileFolder(char const* folder) {
         if (entry.path().extension() != ".xml") {
             continue;
         }
+        // Under the address sanitizer each expansion bomb costs tens of seconds; the plain build runs
+        // them all, and the sanitizer build keeps the classic one.
+        if (gUnderAddressSanitizer && name.starts_with("lol_") && name != "lol_classic.xml") {
+            continue;
+        }
         // Without validation, so that every declared entity is expanded.
         Tavo::UniString message;
         Document const document(
