@@ -2,10 +2,10 @@
 // DOMBuilder and exports the document as UTF-8 in memory; beside it builds the same document, layout
 // text nodes included, with plain Xerces-C++ DOM calls and serialises it with DOMLSSerializer.
 // Ends with "ratio <case> <value>": the channel's time over the plain DOM's time.
-#include "BenchDocument.hpp"
-#include "BenchReporter.hpp"
 #include "TavoXMLUtils/TavoXMLUtils.hpp"
 #include "TavoXMLUtils/support/internal/XMLChText.hpp"
+#include "bench/BenchDocument.hpp"
+#include "bench/BenchReporter.hpp"
 
 #include <benchmark/benchmark.h>
 

@@ -4,13 +4,13 @@
 // case, attributes by name, texts and attribute values as reals when both read as reals, otherwise as
 // trimmed text without regard to case). The last lines give "ratio <case> <value>", the best processor
 // time of the library over the best raw one.
-#include "BenchReporter.hpp"
 #include "TavoXMLUtils/compare/AttrRuledCompareOptions.hpp"
 #include "TavoXMLUtils/compare/DoXMLCompare.hpp"
 #include "TavoXMLUtils/compare/StrictOrderAutoValueCompareOptions.hpp"
 #include "TavoXMLUtils/compare/XMLCompareExceptions.hpp"
 #include "TavoXMLUtils/compare/XMLNodeComparators.hpp"
 #include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
+#include "bench/BenchReporter.hpp"
 
 #include <benchmark/benchmark.h>
 #include <xercesc/dom/DOMAttr.hpp>

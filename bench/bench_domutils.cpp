@@ -3,9 +3,9 @@
 // it builds the same tree, layout text nodes included, with plain Xerces-C++ calls and reads it with
 // getTextContent and strtol/strtod. Ends with "ratio domutils_write <value>" and
 // "ratio domutils_read <value>": the utilities' time over the plain DOM's time.
-#include "BenchReporter.hpp"
 #include "TavoXMLUtils/domutils/TagReaders.hpp"
 #include "TavoXMLUtils/domutils/TagWriters.hpp"
+#include "bench/BenchReporter.hpp"
 
 #include <benchmark/benchmark.h>
 

@@ -3,7 +3,7 @@
 // printed too. Against raw Xerces-C++ doing the same work, on 200,000 real nodes: recording a line per
 // node and looking 10,000 of them up, with setUserData/getUserData. The last lines give
 // "ratio <case> <value>", the best processor time of this library over the best raw one.
-#include "BenchReporter.hpp"
+#include "bench/BenchReporter.hpp"
 
 #include "TavoXMLUtils/parsing/NodeLocations.hpp"
 

@@ -4,13 +4,13 @@
 // indentation) and DOMLSSerializer, and parsed back with XercesDOMParser and a hand-written walk that
 // builds the same state. Ends with "ratio objectstate_<dialect> <value>": the bridge's time for text and
 // back over the raw time for the same.
-#include "BenchReporter.hpp"
 #include "TavoRoot/ObjectState.hpp"
 #include "TavoXMLUtils/TavoXMLUtils.hpp"
 #include "TavoXMLUtils/objectstate/ConvertToObjectState.hpp"
 #include "TavoXMLUtils/objectstate/CreateFromObjectState.hpp"
 #include "TavoXMLUtils/objectstate/TypeInfoProvider.hpp"
 #include "TavoXMLUtils/support/internal/XMLChText.hpp"
+#include "bench/BenchReporter.hpp"
 
 #include <benchmark/benchmark.h>
 

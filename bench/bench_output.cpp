@@ -8,7 +8,7 @@
 // Before the timed runs it measures the streaming writer's peak heap while it writes into a channel
 // that keeps nothing, for 10,000 and for 1,000,000 elements: the writer's own memory must not grow
 // with the document. Ends with "ratio <case> <value>": the library's time over raw Xerces-C++.
-#include "BenchReporter.hpp"
+#include "bench/BenchReporter.hpp"
 
 #include "TavoXMLUtils/output/FormatXMLDoc.hpp"
 #include "TavoXMLUtils/output/TavoSAX2Writer.hpp"

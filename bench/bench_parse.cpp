@@ -1,8 +1,8 @@
 // Parsing a generated document of about 20 MB: ParseXMLDoc from a location, with and without a line
 // table, against a plain XercesDOMParser on a LocalFileInputSource with the same settings. The last
 // lines give "ratio <case> <value>", the best processor time of this library over the best raw one.
-#include "BenchReporter.hpp"
 #include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
+#include "bench/BenchReporter.hpp"
 
 #include <benchmark/benchmark.h>
 #include <xercesc/dom/DOMDocument.hpp>

@@ -4,12 +4,12 @@
 // hand-written walk that reads the same values from the DOM. The reverse order is also timed on a
 // document of a tenth of the size, to show that its cost grows linearly with the number of elements.
 // Ends with "ratio <case> <value>": the reader's time over the plain walk's time.
-#include "BenchDocument.hpp"
-#include "BenchReporter.hpp"
 #include "TavoXMLUtils/TavoXMLUtils.hpp"
 #include "TavoXMLUtils/builder/TavoXMLDOMBuilder.hpp"
 #include "TavoXMLUtils/reader/TavoXMLDOMReader.hpp"
 #include "TavoXMLUtils/support/internal/XMLChText.hpp"
+#include "bench/BenchDocument.hpp"
+#include "bench/BenchReporter.hpp"
 
 #include <benchmark/benchmark.h>
 

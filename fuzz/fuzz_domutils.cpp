@@ -17,6 +17,7 @@
 #include "TavoXMLUtils/domutils/TypedNodeAccessors.hpp"
 #include "TavoXMLUtils/parsing/NodeLocations.hpp"
 #include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
+#include "tests/common/DocumentOrder.hpp"
 
 #include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMDocument.hpp>
@@ -339,14 +340,7 @@ void CheckDocument(const std::uint8_t* data, std::size_t size) {
         if (node->getNodeType() == xercesc::DOMNode::ELEMENT_NODE) {
             ReadElement(static_cast<xercesc::DOMElement*>(node), warnings);
         }
-        if (node->getFirstChild() != nullptr) {
-            node = node->getFirstChild();
-            continue;
-        }
-        while (node != nullptr && node->getNextSibling() == nullptr) {
-            node = node->getParentNode();
-        }
-        node = node != nullptr ? node->getNextSibling() : nullptr;
+        node = TavoTest::NextInDocumentOrder(node);
     }
     document->setUserData(u"NodeLocations", nullptr, nullptr);
 }

@@ -16,6 +16,7 @@
 #include "TavoXMLUtils/domutils/TreeNavigation.hpp"
 #include "TavoXMLUtils/domutils/TypedNodeAccessors.hpp"
 #include "TavoXMLUtils/parsing/ValidatingXMLParser.hpp"
+#include "tests/common/DocumentOrder.hpp"
 
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
@@ -171,16 +172,7 @@ void CheckDocument(std::uint8_t const* data, std::size_t size) {
             WriteAndReadBack(scratch, text);
             Numbers(scratch, text);
         }
-        if (node->getFirstChild() != nullptr) {
-            node = node->getFirstChild();
-            continue;
-        }
-        while (node != nullptr && node->getNextSibling() == nullptr) {
-            node = node->getParentNode();
-        }
-        if (node != nullptr) {
-            node = node->getNextSibling();
-        }
+        node = TavoTest::NextInDocumentOrder(node);
     }
 }
 

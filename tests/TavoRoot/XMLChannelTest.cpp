@@ -1,4 +1,4 @@
-#include "RecordingXMLChannels.hpp"
+#include "TavoRoot/RecordingXMLChannels.hpp"
 
 #include "TavoRoot/Handle.hpp"
 #include "TavoRoot/XMLTag.hpp"

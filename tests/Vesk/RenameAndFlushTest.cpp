@@ -1,5 +1,5 @@
 // Replacing a file in one step (FileSystem::Rename) and putting written bytes on storage (File::Flush).
-#include "VeskTestSupport.hpp"
+#include "Vesk/VeskTestSupport.hpp"
 
 #include "common/TestData.hpp"
 

@@ -1,6 +1,6 @@
 // Calls that used to do something else than they say: a text literal as a value, U+0000 inside a value,
 // and a document too large for the 32-bit length of the export sinks.
-#include "BuilderTestText.hpp"
+#include "builder/BuilderTestText.hpp"
 
 #include "TavoRoot/XMLOChannel.hpp"
 #include "TavoXMLUtils/builder/internal/ExportLength.hpp"

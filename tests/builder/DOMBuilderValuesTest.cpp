@@ -1,4 +1,4 @@
-#include "BuilderTestText.hpp"
+#include "builder/BuilderTestText.hpp"
 
 #include <gtest/gtest.h>
 

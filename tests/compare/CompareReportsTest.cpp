@@ -1,6 +1,6 @@
 // The difference reports: the class, accessors, paths and exact text of each, as real comparisons make
 // them, and the texts against golden files.
-#include "CompareTestSupport.hpp"
+#include "compare/CompareTestSupport.hpp"
 
 #include "common/GoldenFile.hpp"
 #include "common/TestText.hpp"

@@ -1,6 +1,6 @@
 // The walk: pairing of children and attributes, the filter, the order comparators, the three entry
 // forms, what a comparison leaves unchanged and frees, and its depth bound.
-#include "CompareTestSupport.hpp"
+#include "compare/CompareTestSupport.hpp"
 
 #include "TavoRoot/TavoException.hpp"
 #include "TavoRoot/XMLTypes.hpp"

@@ -1,6 +1,6 @@
 // The ready options: the plain policy with its tolerance, and the rules that "tavo_type" and "tavo_eps"
 // give, with their scope.
-#include "CompareTestSupport.hpp"
+#include "compare/CompareTestSupport.hpp"
 
 #include "common/TestText.hpp"
 

@@ -1,6 +1,6 @@
 // The value comparators on their own: each judgement, the tolerance rules, both forms of CompareValues
 // and the reading of values anew on each IsEqual.
-#include "CompareTestSupport.hpp"
+#include "compare/CompareTestSupport.hpp"
 
 #include "common/TestText.hpp"
 

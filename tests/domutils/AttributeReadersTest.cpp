@@ -1,6 +1,6 @@
 // Attribute readers: the tab-and-blank trimming, the prefix naming the attribute, missing and empty
 // attributes alike, and the unprefixed transcoding failure.
-#include "DomTestSupport.hpp"
+#include "domutils/DomTestSupport.hpp"
 
 #include "TavoXMLUtils/domutils/AttributeReaders.hpp"
 

@@ -1,6 +1,6 @@
 // CDATA readers: the protection of "]]>" undone exactly as defined, the three result forms, and the
 // choice of the one section among the children.
-#include "DomTestSupport.hpp"
+#include "domutils/DomTestSupport.hpp"
 
 #include "TavoXMLUtils/domutils/CDATAReaders.hpp"
 

@@ -1,6 +1,6 @@
 // Tree navigation: the element walkers, the text-tolerant walkers and how much each skips, GetNextTag
 // with its failure and line, IsNodeOk, and the document sentry.
-#include "DomTestSupport.hpp"
+#include "domutils/DomTestSupport.hpp"
 
 #include "TavoXMLUtils/domutils/TreeNavigation.hpp"
 

@@ -1,6 +1,6 @@
 // Tag readers: typed values from tag text with the exact messages growing through the wrapper and the
 // line of the innermost node, the two text readers, and the quoted strings of CDATA sections.
-#include "DomTestSupport.hpp"
+#include "domutils/DomTestSupport.hpp"
 
 #include "TavoXMLUtils/domutils/TagReaders.hpp"
 

@@ -2,9 +2,9 @@
 // CDATA protection, and both failure styles of the layout functions.
 #include "TavoXMLUtils/domutils/TagWriters.hpp"
 
-#include "WriterTestSupport.hpp"
 #include "common/GoldenFile.hpp"
 #include "common/TestText.hpp"
+#include "domutils/WriterTestSupport.hpp"
 
 #include <gtest/gtest.h>
 

@@ -3,9 +3,9 @@
 #include "TavoXMLUtils/domutils/TypedNodeAccessors.hpp"
 
 #include "TavoXMLUtils/domutils/TagWriters.hpp"
-#include "WriterTestSupport.hpp"
 #include "common/GoldenFile.hpp"
 #include "common/TestText.hpp"
+#include "domutils/WriterTestSupport.hpp"
 
 #include <gtest/gtest.h>
 

@@ -6,8 +6,8 @@
 #include "TavoXMLUtils/domutils/TagWriters.hpp"
 #include "TavoXMLUtils/domutils/TypedNodeAccessors.hpp"
 
-#include "WriterTestSupport.hpp"
 #include "common/TestText.hpp"
+#include "domutils/WriterTestSupport.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "HostileTestSupport.hpp"
 #include "common/TempFolder.hpp"
+#include "parsing/HostileTestSupport.hpp"
 
 #include "TavoXMLUtils/interface/TavoXMLChannelGuards.hpp"
 #include "TavoXMLUtils/interface/TavoXMLExceptions.hpp"

@@ -1,4 +1,5 @@
-#include "HostileTestSupport.hpp"
+#include "parsing/HostileTestSupport.hpp"
+#include "common/DocumentOrder.hpp"
 
 #include <cstdio>
 #include <cstdlib>
@@ -104,16 +105,7 @@ std::string AllText(xercesc::DOMDocument const* document) {
                 text += Utf8(attributes->item(index)->getNodeValue());
             }
         }
-        if (node->getFirstChild() != nullptr) {
-            node = node->getFirstChild();
-            continue;
-        }
-        while (node != nullptr && node->getNextSibling() == nullptr) {
-            node = node->getParentNode();
-        }
-        if (node != nullptr) {
-            node = node->getNextSibling();
-        }
+        node = TavoTest::NextInDocumentOrder(node);
     }
     return text;
 }

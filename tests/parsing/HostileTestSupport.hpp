@@ -2,7 +2,7 @@
 // scoped working directory, generated documents, and every text of a tree collected without recursion.
 #pragma once
 
-#include "ParsingTestSupport.hpp"
+#include "parsing/ParsingTestSupport.hpp"
 
 #include <xercesc/dom/DOM.hpp>
 

@@ -1,6 +1,6 @@
 #include "TavoXMLUtils/parsing/LocationInputSource.hpp"
-#include "ParsingTestSupport.hpp"
 #include "TavoXMLUtils/parsing/internal/TavoEntityResolver.hpp"
+#include "parsing/ParsingTestSupport.hpp"
 
 #include <xercesc/util/BinInputStream.hpp>
 

@@ -1,4 +1,4 @@
-#include "ParsingTestSupport.hpp"
+#include "parsing/ParsingTestSupport.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "HostileTestSupport.hpp"
+#include "parsing/HostileTestSupport.hpp"
 
 #include "TavoXMLUtils/interface/TavoXMLChannelGuards.hpp"
 #include "TavoXMLUtils/interface/TavoXMLExceptions.hpp"
