@@ -48,7 +48,8 @@ bench: deps
 	cmake -S . -B $(BENCH_BUILD) $(CMAKE_GEN) -DCMAKE_BUILD_TYPE=Release -DTAVO_BUILD_BENCH=ON \
 	    -DTAVO_BUILD_TESTS=OFF -DTAVO_BUILD_EXAMPLES=OFF -DTAVO_BUILD_TOOLS=OFF
 	cmake --build $(BENCH_BUILD) -j $(JOBS)
-	@for b in $(BENCH_BUILD)/bench/bench_*; do echo "== $$b"; $$b || exit 1; done
+	@failed=; for b in $(BENCH_BUILD)/bench/bench_*; do echo "== $$b"; $$b || failed="$$failed $$(basename $$b)"; done; \
+	    if [ -n "$$failed" ]; then echo "benchmarks that missed a bound:$$failed"; exit 1; fi
 
 fuzz:
 	@WITH_CLANG=1 scripts/install-deps.sh
