@@ -6,6 +6,7 @@
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLResourceIdentifier.hpp>
+#include <xercesc/util/XMLString.hpp>
 #include <xercesc/validators/DTD/DTDEntityDecl.hpp>
 
 ValidatingXMLParser::LineInfoParser::LineInfoParser()
@@ -104,4 +105,36 @@ void ValidatingXMLParser::LineInfoParser::startEntityReference(const xercesc::XM
     }
     xercesc::XercesDOMParser::startEntityReference(entDecl);
     InsertNodeLocInfo();
+}
+
+namespace {
+// The markup around a comment ("<!--", "-->") and a processing instruction ("<?", " ", "?>").
+constexpr std::size_t gCommentMarkup = 7;
+constexpr std::size_t gInstructionMarkup = 5;
+} // namespace
+
+// The DTD's comments, instructions and blanks count towards its text, markup included: parameter
+// entities expanded between declarations may produce nothing else, even empty comments, and a bomb
+// of them would otherwise go unmeasured.
+void ValidatingXMLParser::LineInfoParser::doctypeComment(const XMLCh* const comment) {
+    if (guard != nullptr) {
+        guard->OnDoctypeText(xercesc::XMLString::stringLen(comment) + gCommentMarkup);
+    }
+    xercesc::XercesDOMParser::doctypeComment(comment);
+}
+
+void ValidatingXMLParser::LineInfoParser::doctypePI(const XMLCh* const target, const XMLCh* const data) {
+    if (guard != nullptr) {
+        guard->OnDoctypeText(xercesc::XMLString::stringLen(target) + xercesc::XMLString::stringLen(data) +
+                             gInstructionMarkup);
+    }
+    xercesc::XercesDOMParser::doctypePI(target, data);
+}
+
+void ValidatingXMLParser::LineInfoParser::doctypeWhitespace(const XMLCh* const chars,
+                                                            const XMLSize_t length) {
+    if (guard != nullptr) {
+        guard->OnDoctypeText(length);
+    }
+    xercesc::XercesDOMParser::doctypeWhitespace(chars, length);
 }

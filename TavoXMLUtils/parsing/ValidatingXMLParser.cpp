@@ -37,9 +37,20 @@ constexpr char const* gSchemaNotLoaded = "Could not load the XML Schema.";
 constexpr char const* gOutOfMemory = "out of memory";
 constexpr XMLSize_t gMinimumExpansions = 50000;
 constexpr XMLSize_t gBytesPerExpansion = 16;
+// Entity readers allowed beside the expansions the parser counts itself: the document's own, those of
+// its external DTD files, and the parameter-entity expansions inside the DTD, which the parser doesn't
+// count. Generous, so that an expansion in content meets the parser's count first, which names a line.
+constexpr XMLSize_t gReadersBesideExpansions = 1000;
 constexpr char const* gOverBudget =
     "out of memory: the document needs more than the parser allows for its size "
     "(128 MiB and 256 bytes per byte of the document)";
+constexpr char const* gTooManyEntities = "Entity expansion exceeds the limit of %zu entities read";
+
+// Expansions of general entities allowed by the parser's count: 50000, above what even heavy real use
+// of entities needs, or one for each 16 bytes of a larger document.
+XMLSize_t ExpansionLimit(std::size_t size) {
+    return std::max(gMinimumExpansions, size / gBytesPerExpansion);
+}
 
 // Writes the outputs that were asked for. Never throws: it runs on the failure path, possibly with
 // memory short, where a second exception would end the process or escape the front-end.
@@ -164,7 +175,7 @@ xercesc::DOMDocument* ValidatingXMLParser::ParseSized(xercesc::InputSource& sour
     parser.SetNodeLocations(nodeLocations);
     xercesc::DOMDocument* document = nullptr;
     try {
-        (*memory).BeginParse();
+        (*memory).BeginParse(ExpansionLimit(size) + gReadersBesideExpansions);
         document = ParseGuarded(source, size, scheme, createEntityRefs, errorLocation, errorMessage);
     } catch (...) {
         Report(errorLocation, errorMessage, 0, gOutOfMemory);
@@ -180,14 +191,15 @@ xercesc::DOMDocument* ValidatingXMLParser::ParseGuarded(xercesc::InputSource& so
                                                         Tavo::UniString* errorMessage) {
     DOMTreeErrorReporter reporter;
     TavoEntityResolver resolver;
-    // Nested general entities can make a small document expand without end ("billion laughs"). The
-    // parser's security manager ends such a parse with a fatal error after a number of entity
-    // expansions: 50000, above what even heavy real use of entities needs, or more for a large document
-    // (character references and the predefined entities don't count). Each expansion costs the parser a
-    // reader of its own, so the count bounds the time. The guard adds the bound by size and the refusal of
-    // external general entities; the counting source lets both grow with the document.
+    // Nested entities can make a small document expand without end ("billion laughs"). The parser's
+    // security manager ends such a parse with a fatal error after ExpansionLimit() expansions of general
+    // entities (character references and the predefined entities don't count); the memory manager
+    // counts every entity read, parameter entities included, with some room beside. Each expansion
+    // costs the parser a reader of its own, so the counts bound the time. The guard adds the bound by
+    // size and the refusal of external general entities; the counting source lets both grow with the
+    // document.
     xercesc::SecurityManager securityManager;
-    securityManager.setEntityExpansionLimit(std::max(gMinimumExpansions, size / gBytesPerExpansion));
+    securityManager.setEntityExpansionLimit(ExpansionLimit(size));
     TavoXML::detail::ParseGuard guard(*memory, parser.GetLocator(), externalGeneralEntities);
     TavoXML::detail::CountingInputSource counted(source, *memory);
     CallScope const scope(parser);
@@ -211,9 +223,7 @@ xercesc::DOMDocument* ValidatingXMLParser::ParseGuarded(xercesc::InputSource& so
         parser.parse(counted);
         return parser.adoptDocument();
     } catch (xercesc::OutOfMemoryException const&) {
-        // Memory first, so that the report itself finds some.
-        parser.RecoverFromFailedParse(true);
-        Report(errorLocation, errorMessage, 0, (*memory).BudgetExceeded() ? gOverBudget : gOutOfMemory);
+        ReportOutOfMemory(guard, size, errorLocation, errorMessage);
     } catch (std::bad_alloc const&) {
         parser.RecoverFromFailedParse(true);
         Report(errorLocation, errorMessage, 0, gOutOfMemory);
@@ -226,6 +236,31 @@ xercesc::DOMDocument* ValidatingXMLParser::ParseGuarded(xercesc::InputSource& so
         Report(errorLocation, errorMessage, 0, gParseFailed);
     }
     return nullptr;
+}
+
+void ValidatingXMLParser::ReportOutOfMemory(TavoXML::detail::ParseGuard const& guard, std::size_t size,
+                                            NodeLocationInfo* errorLocation,
+                                            Tavo::UniString* errorMessage) noexcept {
+    if (guard.Refused()) {
+        parser.RecoverFromFailedParse(true);
+        Report(errorLocation, errorMessage, guard.RefusalLine(), guard.RefusalText());
+        return;
+    }
+    if ((*memory).EntitiesExceeded()) {
+        // Not short of memory: the readers are still in place and tell the line.
+        XMLFileLoc const line = parser.GetLocator().getLineNumber();
+        parser.RecoverFromFailedParse(true);
+        try {
+            XMLSize_t const limit = ExpansionLimit(size) + gReadersBesideExpansions;
+            Report(errorLocation, errorMessage, line, Tavo::UniString::PrintfFwd(gTooManyEntities, limit));
+        } catch (...) {
+            Report(errorLocation, errorMessage, line, gOutOfMemory);
+        }
+        return;
+    }
+    // Memory first, so that the report itself finds some.
+    parser.RecoverFromFailedParse(true);
+    Report(errorLocation, errorMessage, 0, (*memory).BudgetExceeded() ? gOverBudget : gOutOfMemory);
 }
 
 xercesc::DOMDocument* ValidatingXMLParser::Parse(Vesk::Location const& location, ValSchemes scheme,

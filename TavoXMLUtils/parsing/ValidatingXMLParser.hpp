@@ -88,6 +88,9 @@ public:
         void entityDecl(const xercesc::DTDEntityDecl& entityDecl, const bool isPEDecl,
                         const bool isIgnored) override;
         xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* resourceIdentifier) override;
+        void doctypeComment(const XMLCh* const comment) override;
+        void doctypePI(const XMLCh* const target, const XMLCh* const data) override;
+        void doctypeWhitespace(const XMLCh* const chars, const XMLSize_t length) override;
 
     private:
         NodeLocations* nodeLocations;
@@ -154,6 +157,10 @@ private:
     xercesc::DOMDocument* ParseSized(xercesc::InputSource& source, std::size_t size, ValSchemes scheme,
                                      bool createEntityRefs, NodeLocations* nodeLocations,
                                      NodeLocationInfo* errorLocation, Tavo::UniString* errorMessage);
+    // The report of a parse ended by OutOfMemoryException: the guard's refusal for size, the entity
+    // limit, the budget or the heap.
+    void ReportOutOfMemory(TavoXML::detail::ParseGuard const& guard, std::size_t size,
+                           NodeLocationInfo* errorLocation, Tavo::UniString* errorMessage) noexcept;
     xercesc::DOMDocument* ParseGuarded(xercesc::InputSource& source, std::size_t size, ValSchemes scheme,
                                        bool createEntityRefs, NodeLocationInfo* errorLocation,
                                        Tavo::UniString* errorMessage);

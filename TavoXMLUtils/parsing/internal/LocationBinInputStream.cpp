@@ -50,6 +50,9 @@ XMLSize_t LocationBinInputStream::readBytes(XMLByte* const toFill, const XMLSize
     if (!opened) {
         ThrowReadFailure(__LINE__);
     }
+    if (atEnd) {
+        return 0;
+    }
     // Only the low 32 bits of the count are used: the file layer reads at most 4 GiB - 1 at a time.
     unsigned int count = 0;
     unsigned int const status =
@@ -57,6 +60,7 @@ XMLSize_t LocationBinInputStream::readBytes(XMLByte* const toFill, const XMLSize
     // Counted before the status is looked at, so a failed read still moves the position.
     position += count;
     if (status == Vesk::StatusOK || status == Vesk::StatusEndOfFile) {
+        atEnd = status == Vesk::StatusEndOfFile;
         return count;
     }
     ThrowReadFailure(__LINE__);

@@ -32,5 +32,6 @@ public:
 private:
     Vesk::File file;
     bool opened;
+    bool atEnd = false; // the parser asks again after the end; the file isn't asked again
     std::uint32_t position;
 };

@@ -1,11 +1,11 @@
 #include "TavoXMLUtils/parsing/internal/ParseGuard.hpp"
 
-#include "TavoRoot/UniString.hpp"
 #include "TavoXMLUtils/parsing/internal/ParseMemory.hpp"
 
 #include <xercesc/framework/XMLEntityDecl.hpp>
 #include <xercesc/sax/Locator.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLResourceIdentifier.hpp>
 #include <xercesc/validators/DTD/DTDEntityDecl.hpp>
 
@@ -38,17 +38,22 @@ void ParseGuard::OnStartDocument() noexcept {
     declared = 0;
 }
 
-void ParseGuard::Refuse(char const* format, XMLCh const* detail) const {
-    Tavo::UniString const text = detail != nullptr
-                                     ? Tavo::UniString::PrintfFwd(format, Tavo::UniString(detail).ToPrintf())
-                                     : Tavo::UniString::PrintfFwd(format, ExpansionLimit());
+void ParseGuard::RefuseResource(XMLCh const* systemId) const {
+    Tavo::UniString const text =
+        Tavo::UniString::PrintfFwd(gExternalEntityRefused, Tavo::UniString(systemId).ToPrintf());
     throw xercesc::SAXParseException(text.GetU16Str(), locator);
 }
 
-void ParseGuard::AddExpanded(std::size_t& total, std::size_t count) const {
+void ParseGuard::RefuseSize() {
+    refusalLine = locator.getLineNumber();
+    refusalText = Tavo::UniString::PrintfFwd(gExpansionTooLarge, ExpansionLimit());
+    throw xercesc::OutOfMemoryException();
+}
+
+void ParseGuard::AddExpanded(std::size_t& total, std::size_t count) {
     total += count;
     if (total > ExpansionLimit()) {
-        Refuse(gExpansionTooLarge);
+        RefuseSize();
     }
 }
 
@@ -63,10 +68,14 @@ void ParseGuard::OnEntityDecl(xercesc::DTDEntityDecl const& entity) {
     AddExpanded(declared, entity.getValueLen());
 }
 
+void ParseGuard::OnDoctypeText(std::size_t length) {
+    AddExpanded(declared, length);
+}
+
 void ParseGuard::OnResolve(xercesc::XMLResourceIdentifier const& resource) {
     if (inContent && !readExternalGeneralEntities &&
         resource.getResourceIdentifierType() == xercesc::XMLResourceIdentifier::ExternalEntity) {
-        Refuse(gExternalEntityRefused, resource.getSystemId());
+        RefuseResource(resource.getSystemId());
     }
 }
 

@@ -1,5 +1,6 @@
 #include "TavoXMLUtils/parsing/internal/ParseMemory.hpp"
 
+#include <xercesc/internal/XMLReader.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
@@ -24,6 +25,14 @@ constexpr std::size_t gSpareFrom = std::size_t{32} << 10;
 constexpr std::uint32_t gBlockMagic = 0x7a5e0b1c;
 // Marks the block that holds the document object of a successful parse.
 constexpr std::uint32_t gDocumentMagic = 0x7a5e0b1d;
+
+// The parser allocates its reader objects with a small header in front (room for the manager's
+// address, aligned); nothing else it allocates has their size.
+bool IsEntityReader(std::size_t size) {
+    constexpr std::size_t readerSize = sizeof(xercesc::XMLReader);
+    constexpr std::size_t headerRoom = 64;
+    return size >= readerSize && size <= readerSize + headerRoom;
+}
 
 } // namespace
 
@@ -82,11 +91,21 @@ bool ParseMemory::OverBudget(std::size_t size) const {
     return size > budget || cohortBytes > budget - size;
 }
 
-void* ParseMemory::allocate(XMLSize_t size) {
-    std::lock_guard const lock(mutex);
-    if (cohort != 0 && OverBudget(size)) {
+void ParseMemory::CheckLimits(std::size_t size) {
+    if (OverBudget(size)) {
         budgetExceeded = true;
         throw xercesc::OutOfMemoryException();
+    }
+    if (IsEntityReader(size) && ++entityReaders > entityLimit) {
+        entitiesExceeded = true;
+        throw xercesc::OutOfMemoryException();
+    }
+}
+
+void* ParseMemory::allocate(XMLSize_t size) {
+    std::lock_guard const lock(mutex);
+    if (cohort != 0) {
+        CheckLimits(size);
     }
     if (size > std::numeric_limits<std::size_t>::max() - sizeof(Block)) {
         throw xercesc::OutOfMemoryException();
@@ -156,13 +175,16 @@ void ParseMemory::deallocate(void* pointer) {
     }
 }
 
-void ParseMemory::BeginParse() {
+void ParseMemory::BeginParse(std::size_t limit) {
     std::lock_guard const lock(mutex);
     cohort = ++lastCohort;
     failed.resize(std::size_t{lastCohort} + 1, false);
     cohortBytes = 0;
     inputBytes = 0;
+    entityReaders = 0;
+    entityLimit = limit;
     budgetExceeded = false;
+    entitiesExceeded = false;
 }
 
 void ParseMemory::FreeCohort(std::uint32_t number) noexcept {
@@ -205,6 +227,11 @@ std::size_t ParseMemory::InputBytes() const {
 bool ParseMemory::BudgetExceeded() const {
     std::lock_guard const lock(mutex);
     return budgetExceeded;
+}
+
+bool ParseMemory::EntitiesExceeded() const {
+    std::lock_guard const lock(mutex);
+    return entitiesExceeded;
 }
 
 void ParseMemory::Retire() noexcept {

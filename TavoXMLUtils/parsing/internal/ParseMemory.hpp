@@ -8,6 +8,11 @@
 // - A parse has a memory budget: a minimum plus a multiple of the document bytes read so far. An
 //   allocation beyond it fails the way an exhausted heap does (OutOfMemoryException), and
 //   BudgetExceeded() tells the two apart.
+// - A parse reads a bounded number of entities. The parser takes one reader object for the document,
+//   for every external file and for every entity it expands, general or parameter, internal or
+//   external, and it allocates each from here; so counting those allocations counts every expansion,
+//   the parameter-entity expansions inside the DTD too, which the parser's own count leaves out. The
+//   allocation that goes beyond the limit fails like one beyond the budget; EntitiesExceeded() tells.
 //
 // State: created by Create(), owned by one parser until Retire(); after that it lives on while
 // blocks of adopted documents are allocated, and deletes itself with the last of them. Between
@@ -36,8 +41,8 @@ public:
     void deallocate(void* block) override;
     xercesc::MemoryManager* getExceptionMemoryManager() override;
 
-    // Opens a cohort and starts the budget from zero.
-    void BeginParse();
+    // Opens a cohort, starts the budget from zero and allows `entityLimit` entity readers.
+    void BeginParse(std::size_t entityLimit);
     // Closes the cohort; without a document it is marked for freeing at Retire. With one, the block
     // that holds the document object is remembered: once it is freed, the document is gone, and what
     // is left of its parse is garbage too (the parser's library leaks some declarations of successful
@@ -48,6 +53,8 @@ public:
     std::size_t InputBytes() const;
     // True once an allocation of the current parse was refused for the budget.
     bool BudgetExceeded() const;
+    // True once an entity reader of the current parse was refused for the entity limit.
+    bool EntitiesExceeded() const;
 
     // Frees the blocks of failed parses and gives up ownership; call only when the parser is gone.
     void Retire() noexcept;
@@ -58,6 +65,7 @@ private:
     ParseMemory() = default;
     ~ParseMemory() override;
     bool OverBudget(std::size_t size) const;
+    void CheckLimits(std::size_t size);
     void Unlink(Block* block) noexcept;
     void FreeCohort(std::uint32_t number) noexcept;
     void* TakeSpare(std::size_t size) noexcept;
@@ -71,7 +79,10 @@ private:
     std::vector<bool> failed;     // by cohort number: no document, or its document is gone
     std::size_t cohortBytes = 0;  // bytes live from the open cohort
     std::size_t inputBytes = 0;
+    std::size_t entityReaders = 0; // entity readers allocated in the open cohort
+    std::size_t entityLimit = 0;
     bool budgetExceeded = false;
+    bool entitiesExceeded = false;
     bool retired = false;
     // A few large blocks kept after their release: the parser takes and frees a reader of some
     // hundred kilobytes for every entity it expands, which would otherwise go to the system each time.
