@@ -58,6 +58,19 @@ public:
     // Appends a copy (or the moved value); returns the new element's index.
     unsigned int Push(T const& value) { return Emplace(value); }
     unsigned int Push(T&& value) { return Emplace(std::move(value)); }
+    // Appends copies of `count` elements, which must not lie in this array, with one growth at most.
+    void Append(T const* values, unsigned int count) {
+        if (count > capacity - size) {
+            if (count > ~0u - size) {
+                throw OutOfMemoryException("Array: cannot allocate the needed memory!", "Array", __LINE__,
+                                           -108);
+            }
+            unsigned int const doubled = size > ~0u / 2 ? ~0u : size * 2;
+            Reallocate(doubled > size + count ? doubled : size + count);
+        }
+        std::uninitialized_copy(values, values + count, data + size);
+        size += count;
+    }
 
     void Pop() noexcept {
         if (size > 0) {

@@ -145,6 +145,8 @@ public:
     void SetToLowerCase(unsigned int from = 0, unsigned int count = kAll);
     void Append(UniChar c);
     void Append(char const* text, TavoCharCode code = TavoCharCodeDefault);
+    // `length` bytes of `text`, terminated or not.
+    void Append(char const* text, unsigned int length, TavoCharCode code);
     void Append(unsigned short const* text);
     void Append(char16_t const* text, unsigned int length);
     void Append(UniString const& other, unsigned int from = 0, unsigned int count = kAll);

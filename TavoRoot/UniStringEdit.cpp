@@ -164,6 +164,12 @@ void UniString::Append(char const* text, TavoCharCode code) {
     }
 }
 
+void UniString::Append(char const* text, unsigned int length, TavoCharCode code) {
+    if (text) {
+        AppendAnsi(text, length, code);
+    }
+}
+
 void UniString::Append(unsigned short const* text) {
     Splice(GetLength(), 0, AsChar16(text), Length16(AsChar16(text)));
 }

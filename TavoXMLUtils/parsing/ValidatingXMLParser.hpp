@@ -13,10 +13,12 @@
 //   DTD subsets and external parameter entities are read, so declarations and DTD validation work. A
 //   caller who trusts its documents may allow external general entities on its own parser
 //   (AllowExternalGeneralEntities); ParseXMLDoc and the channels never do.
-// - Entity expansion is bounded by count (50000 expansions, or one for each 16 bytes of a document whose
-//   size is known beforehand when that is more) and by size: the
-//   replacement text of the entities expanded in content, and the values of all entity declarations,
-//   may not exceed 10 MiB characters, or 10 times the document's size when that is more.
+// - Entity expansion is bounded by count: 50000 expansions of general entities, or one for each 16
+//   bytes of a document whose size is known beforehand when that is more; and that many plus 1000
+//   entities read in all, parameter entities expanded inside the DTD included. And by size: the
+//   replacement text of the general entities expanded in content, and the DTD's own text (entity
+//   values, comments, processing instructions and blanks), may each not exceed 10 MiB characters, or
+//   10 times the document's size when that is more.
 // - A parse has a memory budget of 128 MiB plus 256 bytes for each byte of the document; beyond it
 //   the parse fails as if memory ran out, with a text that names the limit.
 // - A failed parse leaves no memory behind, also where the parser's library would leak.

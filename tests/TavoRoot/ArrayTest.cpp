@@ -37,6 +37,31 @@ TEST(ArrayTest, GrowsToTwiceTheSizeWhilePushingItsOwnElements) {
     EXPECT_EQ(6u, listed.GetCapacity());
 }
 
+// Append grows once, to twice the size or to what is needed, and copies every element.
+TEST(ArrayTest, AppendCopiesARangeWithOneGrowth) {
+    Counted const values[] = {1, 2, 3, 4, 5};
+    {
+        Array<Counted> array;
+        array.Append(values, 0);
+        EXPECT_EQ(0u, array.GetCapacity());
+        array.Append(values, 3);
+        EXPECT_EQ(3u, array.GetCapacity());
+        array.Append(values + 3, 2);
+        EXPECT_EQ(6u, array.GetCapacity());
+        array.Append(values, 4);
+        EXPECT_EQ(10u, array.GetCapacity());
+        array.Append(values + 4, 1);
+        EXPECT_EQ(10u, array.GetCapacity());
+        std::vector<int> seen;
+        for (Counted const& element : array) {
+            seen.push_back(element.value);
+        }
+        EXPECT_EQ((std::vector<int>{1, 2, 3, 4, 5, 1, 2, 3, 4, 5}), seen);
+        EXPECT_EQ(15, Counted::live);
+    }
+    EXPECT_EQ(5, Counted::live);
+}
+
 TEST(ArrayTest, MoveCopyClearAndPopKeepElementsAlive) {
     {
         Array<Counted> first{1, 2};

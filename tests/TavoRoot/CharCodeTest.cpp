@@ -42,6 +42,20 @@ TEST(CharCodeUTF8, KnownSequencesAndRoundTripOfEveryCodePoint) {
     }
 }
 
+// ASCII runs go sixteen bytes at a time: a run of any length followed by a multi-byte or an ill-formed
+// sequence, at every offset around the block edge, decodes as byte by byte.
+TEST(CharCodeUTF8, AsciiRunsOfEveryLengthBeforeOtherBytes) {
+    for (std::size_t run = 0; run <= 40; ++run) {
+        std::string const ascii(run, 'a');
+        std::u16string const wide(run, u'a');
+        EXPECT_EQ(Decode(ascii, TavoCharCodeUTF8), wide) << run;
+        EXPECT_EQ(Decode(ascii + "\xE2\x82\xAC" + ascii, TavoCharCodeUTF8), wide + u"\u20AC" + wide) << run;
+        EXPECT_EQ(Decode(ascii + "\x80" + ascii + "\xC3", TavoCharCodeUTF8),
+                  wide + u"\uFFFD" + wide + u"\uFFFD")
+            << run;
+    }
+}
+
 TEST(CharCodeUTF8, InvalidInputBecomesReplacementCharacters) {
     // One U+FFFD per maximal ill-formed subpart (the example of the Unicode standard, table 3-8).
     EXPECT_EQ(Decode("\x61\xF1\x80\x80\xE1\x80\xC2\x62\x80\x63\x80\xBF\x64", TavoCharCodeUTF8),

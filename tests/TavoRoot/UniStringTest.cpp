@@ -89,7 +89,9 @@ TEST(UniStringEdit, AppendInsertReplaceIncludingTheStringItself) {
     grown.Append("\x80 \xE2\x82\xAC", TavoCharCodeDefault);
     grown.Append("\xE2\x82\xAC", TavoCharCodeUTF8);
     grown.Append(u"\U0001F600", 2);
-    EXPECT_EQ(U(grown).substr(998), u"aa\u20AC \u00E2\u201A\u00AC\u20AC\U0001F600");
+    grown.Append("\xE2\x82\xAC\0z", 4, TavoCharCodeUTF8);
+    EXPECT_EQ(U(grown).substr(998),
+              std::u16string(u"aa\u20AC \u00E2\u201A\u00AC\u20AC\U0001F600\u20AC\0", 12));
 
     UniString ranged("xaxaxa");
     ranged.ReplaceAll(UniString("xa"), UniString("[xa]"), 2, 3);

@@ -54,7 +54,9 @@ TEST(Base64Converter, RandomBlocksWithEveryByteValueRoundTrip) {
     std::iota(all.begin(), all.end(), '\0');
     std::shuffle(all.begin(), all.end(), random);
     std::vector<std::string> blocks{all, all + all, std::string(1, '\xFF'), std::string(1, '\0')};
-    for (std::size_t size : {1u, 2u, 3u, 4u, 56u, 57u, 58u, 76u, 1000u, 65537u}) {
+    // Sizes around whole lines and around the converter's blocks of 128 lines (5760 bytes).
+    for (std::size_t size : {1u, 2u, 3u, 4u, 44u, 45u, 46u, 56u, 57u, 58u, 76u, 1000u, 5759u, 5760u, 5761u,
+                             11520u, 11521u, 65537u}) {
         std::uniform_int_distribution<int> byte(0, 255);
         std::string block(size, '\0');
         std::generate(block.begin(), block.end(), [&] { return static_cast<char>(byte(random)); });

@@ -100,20 +100,26 @@ void XMLPrint::formatBuf(unsigned short const* text, unsigned long count, Escape
     auto const option = unRep == UnRep_Replace ? XMLTranscoder::UnRep_RepChar : XMLTranscoder::UnRep_Throw;
     XMLCh const* cursor = AsXMLCh(text);
     XMLCh const* const end = cursor + count;
+    // The last two units that passed stay in registers during a scan and are stored after it.
+    XMLCh last = lastChar;
+    XMLCh previous = previousChar;
     while (cursor < end) {
         XMLCh const* runEnd = cursor;
         for (; runEnd < end; ++runEnd) {
             XMLCh const unit = *runEnd;
             if (IsEscapeChar(row, unit) ||
-                (charEscapes && unit == u'>' && lastChar == u']' && previousChar == u']')) {
+                (charEscapes && unit == u'>' && last == u']' && previous == u']')) {
                 break;
             }
-            previousChar = lastChar;
-            lastChar = unit;
+            previous = last;
+            last = unit;
         }
+        lastChar = last;
+        previousChar = previous;
         printRun(cursor, static_cast<unsigned long>(runEnd - cursor), option);
         if (runEnd < end) {
             printSpecial(*runEnd);
+            last = 0;
             lastChar = 0;
             ++runEnd;
         }
@@ -176,11 +182,17 @@ bool XMLPrint::canTranscode(unsigned short unit) {
     return (latin1Representable[unit / 64] & bit) != 0;
 }
 
+bool XMLPrint::knownRepresentable(unsigned short unit) const noexcept {
+    return unit < sizeof latin1Representable * 8 &&
+           ((latin1Representable[unit / 64] >> (unit % 64)) & 1) != 0;
+}
+
 void XMLPrint::specialFormat(unsigned short const* text, unsigned int count, EscapeFlags escape) {
     unsigned int done = 0;
     while (done < count) {
         unsigned int runEnd = done;
-        while (runEnd < count && canTranscode(text[runEnd])) {
+        // Units already known to be representable are passed without a call.
+        while (runEnd < count && (knownRepresentable(text[runEnd]) || canTranscode(text[runEnd]))) {
             ++runEnd;
         }
         formatBuf(text + done, runEnd - done, escape, UnRep_Fail);

@@ -74,6 +74,8 @@ private:
     void printRef(Ref& ref, XMLCh const* text, unsigned int length);
     // The transcoder's canTranscodeTo, asked once per unit below 256 and kept.
     bool canTranscode(unsigned short unit);
+    // True for a unit below 256 that canTranscode already found representable.
+    bool knownRepresentable(unsigned short unit) const noexcept;
 
     xercesc::XMLTranscoder* transcoder;
     unsigned char eolBytes[10];
