@@ -1,7 +1,8 @@
 // Hostile documents, each parsed in a process of its own under a 4 GiB address-space limit, through
 // ParseXMLDoc (with and without validation) and through CreateXMLIChannelFromMemory: the corpus's hostile
 // folder and generated inputs (quadratic blow-up at 10,000, 40,000 and 100,000 references, in content and in
-// an attribute, 100,000- and 1,000,000-deep nesting, a 50 MB attribute). Prints the outcome, the processor
+// an attribute, parameter-entity bombs between the DTD's declarations, 100,000- and 1,000,000-deep nesting,
+// a 50 MB attribute). Prints the outcome, the processor
 // time and the peak memory of every run; a hostile input must end within 2 s and 256 MB, the legitimate large
 // ones are only reported, with their time against raw Xerces-C++ as ratio lines. Exits with 1 when a
 // hostile input took more, or a process did not end by itself.
@@ -65,6 +66,17 @@ std::string LongAttribute(std::size_t bytes) {
     return "<r a=\"" + std::string(bytes, 'v') + "\"/>";
 }
 
+// Parameter entities doubled `levels` times and expanded between the DTD's declarations, each level
+// twice the one below; the innermost one is `innermost` (empty, or markup such as a comment).
+std::string ParameterBomb(int levels, std::string const& innermost) {
+    std::string text = "<!DOCTYPE r [\n<!ENTITY % p0 \"" + innermost + "\">\n";
+    for (int level = 1; level <= levels; ++level) {
+        std::string const below = "&#37;p" + std::to_string(level - 1) + ";";
+        text += "<!ENTITY % p" + std::to_string(level) + " \"" + below + below + "\">\n";
+    }
+    return text + "%p" + std::to_string(levels) + ";\n]>\n<r/>";
+}
+
 std::string ReadFile(std::string const& path) {
     std::ostringstream text;
     text << std::ifstream(path, std::ios::binary).rdbuf();
@@ -86,6 +98,9 @@ std::vector<Input> Inputs() {
                           return text.erase(text.find("<r>") + 3, 270'000);
                       },
                       "", false});
+    inputs.push_back({"parameter-bomb-empty-2^40", [] { return ParameterBomb(40, ""); }, "", false});
+    inputs.push_back(
+        {"parameter-bomb-comment-2^40", [] { return ParameterBomb(40, "<!--lol-->"); }, "", false});
     inputs.push_back({"nesting-100000", [] { return Nested(100'000); }, "", false});
     inputs.push_back({"nesting-1000000", [] { return Nested(1'000'000); }, "", true});
     inputs.push_back({"attribute-50MB", [] { return LongAttribute(50'000'000); }, "", true});
