@@ -183,11 +183,9 @@ TEST(DOMBuilderValues, SerialiserEscapesAndWritesUtf8) {
     channel.WriteXML("u", nonAscii);
     channel.WriteXMLCDATAString(Tavo::UniString("raw ]]> text"));
     std::string const text = Exported(channel, false);
-    EXPECT_NE(text.find("q=\"say &quot;hi&quot; &amp; &lt;go>\""), std::string::npos) << text;
-    EXPECT_NE(text.find("<v>a&lt;b &amp; c&gt;d</v>"), std::string::npos) << text;
-    EXPECT_NE(text.find("<u>Z\xC3\xBCrich \xE2\x80\x93 \xC3\x86r\xC3\xB8 \xE2\x82\xAC</u>"),
-              std::string::npos)
-        << text;
+    EXPECT_EQ(text.substr(0, text.find("<![CDATA[")),
+              "<root q=\"say &quot;hi&quot; &amp; &lt;go>\"><v>a&lt;b &amp; c&gt;d</v>"
+              "<u>Z\xC3\xBCrich \xE2\x80\x93 \xC3\x86r\xC3\xB8 \xE2\x82\xAC</u>");
     // One CDATA node holding the text unchanged; how "]]>" is split in the text is the serialiser's affair.
     xercesc::DOMNode* cdata = channel.GetDOMDocument()->getDocumentElement()->getLastChild();
     EXPECT_EQ(cdata->getNodeType(), xercesc::DOMNode::CDATA_SECTION_NODE);

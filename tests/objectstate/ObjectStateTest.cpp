@@ -26,6 +26,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <limits>
 #include <ostream>
 #include <string>
@@ -401,34 +402,27 @@ TEST(ObjectStateWriterTest, FieldNamesThatAreNoElementNames) {
 
 // A chain of `depth` nested objects (or lists), torn down from the inside so that the recursive
 // destructor of the state never sees more than one level.
-class DeepState {
-public:
+struct DeepState {
     DeepState(unsigned int depth, bool lists) {
         ObjectState* object = &root;
         ObjectState::List* list = nullptr;
         for (unsigned int level = 0; level < depth; ++level) {
             if (lists) {
                 list = list ? &list->PushList() : &object->AddList("l");
-                lists_.push_back(list);
+                clear.push_back([list] { list->Clear(); });
             } else {
                 object = &object->AddObject("o");
-                objects.push_back(object);
+                clear.push_back([object] { object->Clear(); });
             }
         }
     }
     ~DeepState() {
-        for (auto it = objects.rbegin(); it != objects.rend(); ++it) {
-            (*it)->Clear();
-        }
-        for (auto it = lists_.rbegin(); it != lists_.rend(); ++it) {
-            (*it)->Clear();
+        for (auto it = clear.rbegin(); it != clear.rend(); ++it) {
+            (*it)();
         }
     }
     ObjectState root;
-
-private:
-    std::vector<ObjectState*> objects;
-    std::vector<ObjectState::List*> lists_;
+    std::vector<std::function<void()>> clear;
 };
 
 TEST(ObjectStateWriterTest, NestingIsBoundedAtAThousandLevels) {
