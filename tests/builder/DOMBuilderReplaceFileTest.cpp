@@ -83,17 +83,24 @@ bool EnterOwnMountNamespace() {
     return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
-// Runs `scenario` in a child process with a mount namespace of its own, so that mounts need no
-// clean-up and cannot leak; the child's verdict comes back through a pipe.
-Verdict RunInOwnMountNamespace(std::function<Verdict()> const& scenario) {
+// Runs `scenario` in a child process with a mount namespace of its own and a tmpfs of `size` over `folder`
+// holding the old file, so that mounts need no clean-up and cannot leak; the child's verdict comes back
+// through a pipe. Skips the test when the system does not allow it.
+void ExpectPassedInOwnTmpfs(fs::path const& folder, char const* size,
+                            std::function<Verdict()> const& scenario) {
     int channel[2];
-    if (pipe(channel) != 0) {
-        return "no pipe";
-    }
+    ASSERT_EQ(pipe(channel), 0);
     pid_t const child = fork();
     if (child == 0) {
         close(channel[0]);
-        Verdict const verdict = EnterOwnMountNamespace() ? scenario() : "SKIP: no mount namespace";
+        Verdict verdict = "SKIP: no mount namespace";
+        if (EnterOwnMountNamespace()) {
+            verdict = "SKIP: cannot mount a tmpfs";
+            if (mount("tmpfs", folder.c_str(), "tmpfs", 0, size) == 0) {
+                std::ofstream(folder / "doc.xml", std::ios::binary) << gOldContent;
+                verdict = scenario();
+            }
+        }
         ssize_t const ignored = write(channel[1], verdict.data(), verdict.size());
         static_cast<void>(ignored);
         _exit(0);
@@ -107,10 +114,7 @@ Verdict RunInOwnMountNamespace(std::function<Verdict()> const& scenario) {
     close(channel[0]);
     int status = 0;
     waitpid(child, &status, 0);
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? verdict : "the child process failed";
-}
-
-void ExpectPassed(Verdict const& verdict) {
+    ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "the child process failed";
     if (verdict.rfind("SKIP", 0) == 0) {
         GTEST_SKIP() << verdict;
     }
@@ -162,26 +166,18 @@ TEST(DOMBuilderReplaceFile, FolderThatCannotBeWrittenKeepsTheOldFile) {
         EXPECT_EQ(CheckOldFileKept(folder, {"doc.xml"}), "");
         return;
     }
-    ExpectPassed(RunInOwnMountNamespace([&folder]() -> Verdict {
-        if (mount("tmpfs", folder.c_str(), "tmpfs", 0, "size=256k") != 0) {
-            return "SKIP: cannot mount a tmpfs";
-        }
-        std::ofstream(folder / "doc.xml", std::ios::binary) << gOldContent;
+    ExpectPassedInOwnTmpfs(folder, "size=256k", [&folder]() -> Verdict {
         if (mount(nullptr, folder.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) != 0) {
             return "SKIP: cannot make the mount read-only";
         }
         WriteDocument(folder / "doc.xml", true);
         return CheckOldFileKept(folder, {"doc.xml"});
-    }));
+    });
 }
 
 TEST(DOMBuilderReplaceFile, FullFileSystemKeepsTheOldFile) {
     fs::path const folder = FolderWithOldFile("full");
-    ExpectPassed(RunInOwnMountNamespace([&folder]() -> Verdict {
-        if (mount("tmpfs", folder.c_str(), "tmpfs", 0, "size=64k") != 0) {
-            return "SKIP: cannot mount a tmpfs";
-        }
-        std::ofstream(folder / "doc.xml", std::ios::binary) << gOldContent;
+    ExpectPassedInOwnTmpfs(folder, "size=64k", [&folder]() -> Verdict {
         // Fill what is left, block by block, until the file system refuses.
         int const filler = open((folder / "filler").c_str(), O_WRONLY | O_CREAT, 0600);
         char const block[1024] = {};
@@ -194,5 +190,5 @@ TEST(DOMBuilderReplaceFile, FullFileSystemKeepsTheOldFile) {
         }
         WriteDocument(folder / "doc.xml", true);
         return CheckOldFileKept(folder, {"doc.xml", "filler"});
-    }));
+    });
 }

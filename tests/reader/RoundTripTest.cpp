@@ -1,12 +1,12 @@
 // Everything the output channel writes comes back through the input channel: every type at its limits,
 // through memory and through a file, read in another order than written.
-#include "reader/ReaderTestSupport.hpp"
+#include "common/TestText.hpp"
 
 #include "TavoXMLUtils/interface/TavoXMLIChannelFactories.hpp"
 #include "TavoXMLUtils/interface/TavoXMLInterface.hpp"
 #include "TavoXMLUtils/support/GeneralTestFunction.hpp"
-#include "Vesk/FileSystem.hpp"
-#include "Vesk/Folder.hpp"
+#include "Vesk/Location.hpp"
+#include "common/TempFolder.hpp"
 
 #include <gtest/gtest.h>
 
@@ -78,7 +78,6 @@ int Write(Tavo::XMLOChannel& out, Values const& v) {
     status |= out.WriteXML("text", text);
     status |= out.WriteXML("guid", v.guid);
     status |= out.WriteEndElement();
-
     status |= out.WriteStartElement("Attributes");
     status |= out.WriteXMLVersionAttr(v.version);
     ForEachNumber([&](auto index) {
@@ -90,7 +89,6 @@ int Write(Tavo::XMLOChannel& out, Values const& v) {
     status |= out.WriteXMLAttr("text", text);
     status |= out.WriteXMLAttr("guid", v.guid);
     status |= out.WriteEndElement();
-
     status |= out.WriteStartElement("TextNode");
     status |= out.WriteXMLTextNode(std::get<double>(v.numbers));
     status |= out.WriteEndElement();
@@ -129,7 +127,6 @@ int Read(Tavo::XMLIChannel& in, ReadBack& r, std::size_t byteCount) {
     v.cdata = Utf8(text);
     status |= in.ReadEndElement("CData");
     status |= in.ReadXML("TextNode", r.textNode);
-
     status |= in.ReadStartElement("Attributes");
     status |= in.ReadXMLAttr("guid", a.guid);
     status |= in.ReadXMLAttr("text", text);
@@ -143,7 +140,6 @@ int Read(Tavo::XMLIChannel& in, ReadBack& r, std::size_t byteCount) {
     status |= in.ReadXMLVersionAttr(a.version);
     status |= in.ReadEndElement("Attributes");
     v.version = a.version;
-
     status |= in.ReadStartElement("Elements");
     status |= in.ReadXML("guid", v.guid);
     status |= in.ReadXML("text", text);
@@ -161,7 +157,6 @@ ReadBack ThroughMemory(Values const& written) {
     std::string bytes;
     TavoXML::ExportOChannel(out, [&](char const* data, unsigned int size) { bytes.assign(data, size); });
     TavoXML::DisposeXMLOChannel(out);
-
     Tavo::XMLIChannel* in = TavoXML::CreateXMLIChannelFromMemory(
         reinterpret_cast<unsigned char const*>(bytes.data()), static_cast<unsigned int>(bytes.size()),
         "Values", TavoXML::ThrowOnError);
@@ -208,13 +203,7 @@ TEST(RoundTrip, LimitsThroughMemory) {
 
 TEST(RoundTrip, ThroughAFile) {
     // A file of its own, so that other programs running the harness's fixed file are not in the way.
-    Vesk::Location folder;
-    ASSERT_EQ(Vesk::fileSystem.GetSpecialLocation(12, &folder), 0u);
-    Vesk::Name name;
-    ASSERT_EQ(Vesk::Folder(folder, 0).GenerateUnusedName(&name, "RoundTrip_", ".xml"), 0u);
-    Vesk::Location location = folder;
-    location.AppendToLocal(name);
-
+    Vesk::Location const location((TavoTest::TestTempFolder() / "RoundTrip.xml").c_str());
     Values const written = Limits(false);
     ReadBack read;
     EXPECT_EQ(GeneralTestFunction::WriteToXMLFile(
@@ -224,7 +213,6 @@ TEST(RoundTrip, ThroughAFile) {
                   location, [&](Tavo::XMLIChannel& in) { return Read(in, read, written.bytes.size()); }),
               Tavo::NoError);
     ExpectReadBack(written, read);
-    EXPECT_EQ(Vesk::fileSystem.Delete(location, 0, 2), 0u);
 }
 
 // Random values of every type, and texts with line ends: element texts come back with CR LF and lone
