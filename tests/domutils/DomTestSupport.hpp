@@ -1,5 +1,6 @@
-// Helpers of the DOM utility tests: a document parsed from literal text with its node locations stored
-// under "NodeLocations", building blocks for hand-made trees, and the message of a ConvException.
+// Helpers of the DOM utility tests: documents parsed from literal text with their node locations under
+// "NodeLocations", scratch documents for the writers, the serialised text of a subtree, an element the
+// DOM refuses to change, and what a call threw.
 #pragma once
 
 #include "common/ParsedDocument.hpp"
@@ -11,23 +12,17 @@
 
 #include <gtest/gtest.h>
 
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMElement.hpp>
-#include <xercesc/dom/DOMImplementation.hpp>
-#include <xercesc/dom/DOMImplementationRegistry.hpp>
-#include <xercesc/dom/DOMNodeList.hpp>
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
 
-#include <memory>
+#include <initializer_list>
+#include <sstream>
 #include <string>
 
 namespace DomTest {
 
 using TavoTest::Utf8;
-
-struct DocumentRelease {
-    void operator()(xercesc::DOMDocument* document) const noexcept { document->release(); }
-};
-using DocumentPtr = std::unique_ptr<xercesc::DOMDocument, DocumentRelease>;
 
 // A document parsed from UTF-8 text; with `storeLocations` its line table stands on it as user data
 // under "NodeLocations", as the readers look for it.
@@ -40,8 +35,6 @@ public:
             parsed.StoreLocations();
         }
     }
-
-    xercesc::DOMDocument* Document() const { return parsed.Get(); }
     xercesc::DOMElement* Root() const { return parsed.Root(); }
     // The parser records no line for CDATA sections and processing instructions; tests that need one
     // enter it here, unless the parse gave one already.
@@ -61,32 +54,94 @@ private:
     TavoTest::ParsedDocument parsed;
 };
 
-// An empty document with the root element `root`, for trees built by hand.
-inline DocumentPtr NewDocument(const char16_t* root = u"root") {
-    xercesc::DOMImplementation* implementation =
-        xercesc::DOMImplementationRegistry::getDOMImplementation(u"");
-    return DocumentPtr(implementation->createDocument(nullptr, root, nullptr));
-}
+// A document whose root element is `Root`, released at the end of the scope.
+class ScratchDocument {
+public:
+    ScratchDocument()
+        : document(
+              xercesc::DOMImplementation::getImplementation()->createDocument(nullptr, u"Root", nullptr)) {}
+    ScratchDocument(const ScratchDocument&) = delete;
+    ScratchDocument& operator=(const ScratchDocument&) = delete;
+    ~ScratchDocument() { document->release(); }
+    xercesc::DOMDocument* Document() const { return document; }
+    xercesc::DOMElement* Root() const { return document->getDocumentElement(); }
 
-// What a call threw: its message as UTF-8 and its line, or "<nothing thrown>".
-struct Thrown {
-    std::string message;
-    std::uint32_t line = 0;
-    bool operator==(const Thrown&) const = default;
+private:
+    xercesc::DOMDocument* document;
 };
 
-inline std::ostream& operator<<(std::ostream& out, const Thrown& thrown) {
-    return out << '"' << thrown.message << "\" line " << thrown.line;
+// The UTF-8 text of `node` and everything below it, without declaration and without pretty-printing.
+inline std::string Serialise(const xercesc::DOMNode* node) {
+    xercesc::DOMLSSerializer* serializer =
+        xercesc::DOMImplementation::getImplementation()->createLSSerializer();
+    XMLCh* text = serializer->writeToString(node);
+    std::string result = Utf8(Tavo::UniString(text));
+    xercesc::XMLString::release(&text);
+    serializer->release();
+    return result;
 }
 
+inline std::string Text(const xercesc::DOMNode* node) {
+    return Utf8(Tavo::UniString(node->getTextContent()));
+}
+
+// The element <Inner/> of an entity's replacement text: the DOM keeps it read-only, so every change
+// of its children throws NO_MODIFICATION_ALLOWED_ERR.
+class ReadOnlyElement {
+public:
+    ReadOnlyElement() {
+        static const char text[] = "<!DOCTYPE Root [<!ENTITY e '<Inner/>'>]><Root>&e;</Root>";
+        xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(text), sizeof text - 1,
+                                          "readonly");
+        parser.setCreateEntityReferenceNodes(true);
+        parser.parse(source);
+        inner = static_cast<xercesc::DOMElement*>(
+            parser.getDocument()->getDocumentElement()->getFirstChild()->getFirstChild());
+    }
+    xercesc::DOMElement* Get() const { return inner; }
+    xercesc::DOMDocument* Document() const { return parser.getDocument(); }
+
+private:
+    mutable xercesc::XercesDOMParser parser;
+    xercesc::DOMElement* inner = nullptr;
+};
+
+// What a call threw: a ConvException's message as UTF-8 and its line, as "message@line".
 template <class Call>
-Thrown ThrownBy(Call call) {
+std::string ThrownBy(Call call) {
     try {
         call();
     } catch (const TavoXMLUtils::ConvException& e) {
-        return Thrown{Utf8(e.message), e.line};
+        return Utf8(e.message) + '@' + std::to_string(e.line);
     }
-    return Thrown{"<nothing thrown>", 0};
+    return "<nothing thrown>";
+}
+
+// Each item's outcome as text, joined by " | ": what `call` returns, or "!message@line" when it throws a
+// ConvException. One comparison checks a whole table of small cases, failures included.
+template <class Item, class Call>
+std::string Outcomes(std::initializer_list<Item> items, Call call) {
+    std::ostringstream out;
+    for (const Item& item : items) {
+        out << (&item == items.begin() ? "" : " | ");
+        try {
+            out << call(item);
+        } catch (const TavoXMLUtils::ConvException& e) {
+            out << '!' << Utf8(e.message) << '@' << e.line;
+        }
+    }
+    return out.str();
+}
+
+// The code of the DOMException a call threw, or -1.
+template <class Call>
+short DOMCodeOf(Call call) {
+    try {
+        call();
+    } catch (const xercesc::DOMException& error) {
+        return error.code;
+    }
+    return -1;
 }
 
 } // namespace DomTest

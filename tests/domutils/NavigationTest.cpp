@@ -6,58 +6,39 @@
 
 #include <gtest/gtest.h>
 
-#include <xercesc/dom/DOMCDATASection.hpp>
-#include <xercesc/dom/DOMComment.hpp>
-#include <xercesc/dom/DOMText.hpp>
-#include <xercesc/dom/DOMUserDataHandler.hpp>
-
 using namespace TavoXMLUtils;
-using DomTest::Thrown;
 using DomTest::ThrownBy;
+using xercesc::DOMElement;
+using xercesc::DOMNode;
 
 namespace {
 
 // An element whose children are made from `kinds`: 't' text, 'c' comment, 'e' element, 'd' CDATA.
-xercesc::DOMElement* MakeChildren(xercesc::DOMDocument* document, const char* kinds) {
-    xercesc::DOMElement* parent = document->createElement(u"parent");
+DOMElement* MakeChildren(const DomTest::ScratchDocument& doc, const char* kinds) {
+    xercesc::DOMDocument* document = doc.Document();
+    DOMElement* parent = document->createElement(u"parent");
     document->getDocumentElement()->appendChild(parent);
     for (const char* kind = kinds; *kind != '\0'; ++kind) {
-        xercesc::DOMNode* child = nullptr;
-        switch (*kind) {
-            case 't':
-                child = document->createTextNode(u"\n  ");
-                break;
-            case 'c':
-                child = document->createComment(u"note");
-                break;
-            case 'e':
-                child = document->createElement(u"child");
-                break;
-            default:
-                child = document->createCDATASection(u"data");
-                break;
-        }
-        parent->appendChild(child);
+        parent->appendChild(*kind == 't'   ? static_cast<DOMNode*>(document->createTextNode(u"\n  "))
+                            : *kind == 'c' ? static_cast<DOMNode*>(document->createComment(u"note"))
+                            : *kind == 'e' ? static_cast<DOMNode*>(document->createElement(u"child"))
+                                           : static_cast<DOMNode*>(document->createCDATASection(u"data")));
     }
     return parent;
 }
 
-xercesc::DOMNode* Child(const xercesc::DOMNode* parent, int index) {
-    xercesc::DOMNode* node = parent->getFirstChild();
-    while (index-- > 0) {
-        node = node->getNextSibling();
-    }
-    return node;
+DOMNode* Child(const DOMNode* parent, int index) {
+    return parent->getChildNodes()->item(static_cast<XMLSize_t>(index));
 }
 
 } // namespace
 
 TEST(TreeNavigation, ElementWalkersIgnoreEverythingElse) {
     const DomTest::Parsed parsed("<r>\n  <!--c-->\n  <a/>\n  text <b/> <![CDATA[x]]> <?pi x?><c/>\n</r>");
-    xercesc::DOMElement* r = parsed.Root();
-    xercesc::DOMElement* a = parsed.Element(u"a");
-    xercesc::DOMElement* b = parsed.Element(u"b");
-    xercesc::DOMElement* c = parsed.Element(u"c");
+    DOMElement* r = parsed.Root();
+    DOMElement* a = parsed.Element(u"a");
+    DOMElement* b = parsed.Element(u"b");
+    DOMElement* c = parsed.Element(u"c");
     EXPECT_EQ(GetFirstElementChild(r), a);
     EXPECT_EQ(GetLastElementChild(r), c);
     EXPECT_EQ(GetNextElementSibling(a), b);
@@ -75,71 +56,56 @@ TEST(TreeNavigation, ElementWalkersIgnoreEverythingElse) {
 }
 
 TEST(TreeNavigation, TextTolerantWalkersSkipAtMostOneTextNode) {
-    const DomTest::DocumentPtr document = DomTest::NewDocument();
-    xercesc::DOMNode* node = nullptr;
-    xercesc::DOMElement* element = nullptr;
+    const DomTest::ScratchDocument doc;
+    // For each list: which child GetFirstChild finds as a node and as an element (-1: none); a CDATA
+    // section is no text node: it is returned, and is no element.
+    const struct {
+        const char* kinds;
+        int node, element;
+    } firsts[] = {{"tce", 1, -1}, {"tte", 1, -1}, {"te", 1, 1}, {"de", 0, -1}, {"t", -1, -1}, {"", -1, -1}};
+    for (const auto& first : firsts) {
+        DOMElement* list = MakeChildren(doc, first.kinds);
+        DOMNode* node = list;
+        DOMElement* element = list;
+        GetFirstChild(list, node);
+        GetFirstChild(list, element);
+        EXPECT_EQ(node, first.node < 0 ? nullptr : Child(list, first.node)) << first.kinds;
+        EXPECT_EQ(element, first.element < 0 ? nullptr : Child(list, first.element)) << first.kinds;
+    }
 
-    xercesc::DOMElement* textCommentElement = MakeChildren(document.get(), "tce");
-    GetFirstChild(textCommentElement, node);
-    EXPECT_EQ(node, Child(textCommentElement, 1)) << "the comment";
-    element = textCommentElement;
-    GetFirstChild(textCommentElement, element);
-    EXPECT_EQ(element, nullptr) << "although an element follows";
-
-    xercesc::DOMElement* textTextElement = MakeChildren(document.get(), "tte");
-    GetFirstChild(textTextElement, node);
-    EXPECT_EQ(node, Child(textTextElement, 1)) << "the second text node";
-
-    xercesc::DOMElement* textElement = MakeChildren(document.get(), "te");
-    GetFirstChild(textElement, element);
-    EXPECT_EQ(element, Child(textElement, 1));
-
-    // A CDATA section is no text node: it is returned, and is no element.
-    xercesc::DOMElement* cdataElement = MakeChildren(document.get(), "de");
-    GetFirstChild(cdataElement, node);
-    EXPECT_EQ(node, Child(cdataElement, 0));
-    GetFirstChild(cdataElement, element);
-    EXPECT_EQ(element, nullptr);
-
-    xercesc::DOMElement* onlyText = MakeChildren(document.get(), "t");
-    node = onlyText;
-    GetFirstChild(onlyText, node);
-    EXPECT_EQ(node, nullptr);
-    GetFirstChild(MakeChildren(document.get(), ""), node);
-    EXPECT_EQ(node, nullptr);
-
-    // The siblings of the first child of each list.
-    xercesc::DOMElement* siblings = MakeChildren(document.get(), "etce");
-    GetNextSibling(Child(siblings, 0), node);
-    EXPECT_EQ(node, Child(siblings, 2));
-    GetNextSibling(Child(siblings, 0), element);
-    EXPECT_EQ(element, nullptr);
-    GetNextSibling(Child(siblings, 2), element);
-    EXPECT_EQ(element, Child(siblings, 3));
-    GetNextSibling(Child(siblings, 3), node);
-    EXPECT_EQ(node, nullptr);
-    xercesc::DOMElement* trailingText = MakeChildren(document.get(), "et");
-    GetNextSibling(Child(trailingText, 0), element);
-    EXPECT_EQ(element, nullptr);
+    // The next sibling of a child of "etce" and "et", as a node and as an element.
+    DOMElement* siblings = MakeChildren(doc, "etce");
+    DOMElement* trailingText = MakeChildren(doc, "et");
+    const struct {
+        DOMNode* from;
+        DOMNode *node, *element;
+    } nexts[] = {{Child(siblings, 0), Child(siblings, 2), nullptr},
+                 {Child(siblings, 2), Child(siblings, 3), Child(siblings, 3)},
+                 {Child(siblings, 3), nullptr, nullptr},
+                 {Child(trailingText, 0), nullptr, nullptr}};
+    for (const auto& next : nexts) {
+        DOMNode* node = siblings;
+        DOMElement* element = siblings;
+        GetNextSibling(next.from, node);
+        GetNextSibling(next.from, element);
+        EXPECT_EQ(node, next.node);
+        EXPECT_EQ(element, next.element);
+    }
 }
 
 TEST(TreeNavigation, SkipTextNodesOverloadsDiffer) {
-    const DomTest::DocumentPtr document = DomTest::NewDocument();
-    xercesc::DOMElement* list = MakeChildren(document.get(), "ttcte");
-    xercesc::DOMNode* node = Child(list, 0);
-    SkipTextNodes(node);
-    EXPECT_EQ(node, Child(list, 2)) << "any number of text nodes, up to the comment";
-    node = Child(list, 2);
-    SkipTextNodes(node);
-    EXPECT_EQ(node, Child(list, 2)) << "a comment is no text";
-    node = Child(MakeChildren(document.get(), "tt"), 0);
-    SkipTextNodes(node);
-    EXPECT_EQ(node, nullptr);
-    node = nullptr;
-    SkipTextNodes(node);
-    EXPECT_EQ(node, nullptr);
-
-    auto* element = static_cast<xercesc::DOMElement*>(Child(list, 4));
+    const DomTest::ScratchDocument doc;
+    DOMElement* list = MakeChildren(doc, "ttcte");
+    // Any number of text nodes up to the comment; a comment is no text; null stays null.
+    for (const auto& [start, end] : {std::pair{Child(list, 0), Child(list, 2)},
+                                     {Child(list, 2), Child(list, 2)},
+                                     {Child(MakeChildren(doc, "tt"), 0), nullptr},
+                                     {nullptr, nullptr}}) {
+        DOMNode* node = start;
+        SkipTextNodes(node);
+        EXPECT_EQ(node, end);
+    }
+    auto* element = static_cast<DOMElement*>(Child(list, 4));
     SkipTextNodes(element);
     EXPECT_EQ(element, Child(list, 4)) << "an element stays where it is";
     element = nullptr;
@@ -148,16 +114,16 @@ TEST(TreeNavigation, SkipTextNodesOverloadsDiffer) {
 }
 
 TEST(TreeNavigation, GetNextTagWalksAndRefusesOtherNodes) {
-    const DomTest::DocumentPtr document = DomTest::NewDocument();
-    xercesc::DOMElement* list = MakeChildren(document.get(), "tctet");
-    xercesc::DOMNode* cursor = list->getFirstChild();
+    const DomTest::ScratchDocument doc;
+    DOMElement* list = MakeChildren(doc, "tctet");
+    DOMNode* cursor = list->getFirstChild();
     EXPECT_EQ(GetNextTag(cursor), Child(list, 3));
     EXPECT_EQ(cursor, Child(list, 4)) << "on the last text node";
     EXPECT_EQ(GetNextTag(cursor), nullptr);
     EXPECT_EQ(cursor, nullptr);
     EXPECT_EQ(GetNextTag(cursor), nullptr);
 
-    xercesc::DOMElement* two = MakeChildren(document.get(), "ee");
+    DOMElement* two = MakeChildren(doc, "ee");
     cursor = two->getFirstChild();
     EXPECT_EQ(GetNextTag(cursor), Child(two, 0));
     EXPECT_EQ(GetNextTag(cursor), Child(two, 1));
@@ -168,21 +134,21 @@ TEST(TreeNavigation, GetNextTagWalksAndRefusesOtherNodes) {
     DomTest::Parsed parsed(xml);
     cursor = parsed.Root()->getFirstChild();
     EXPECT_EQ(GetNextTag(cursor), parsed.Element(u"a"));
-    xercesc::DOMNode* const section = cursor->getNextSibling();
+    DOMNode* const section = cursor->getNextSibling();
     parsed.EnsureLine(section, 4);
-    EXPECT_EQ(ThrownBy([&] { GetNextTag(cursor); }), (Thrown{"Unexpected XML node", 4}));
+    EXPECT_EQ(ThrownBy([&] { GetNextTag(cursor); }), "Unexpected XML node@4");
     EXPECT_EQ(cursor, section) << "the cursor stays on the offending node";
     cursor = section->getNextSibling();
-    EXPECT_EQ(ThrownBy([&] { GetNextTag(cursor); }), (Thrown{"Unexpected XML node", 0}));
+    EXPECT_EQ(ThrownBy([&] { GetNextTag(cursor); }), "Unexpected XML node@0");
 
     const DomTest::Parsed withoutLines(xml, false);
-    cursor = withoutLines.Root()->getFirstChild()->getNextSibling()->getNextSibling();
-    EXPECT_EQ(ThrownBy([&] { GetNextTag(cursor); }), (Thrown{"Unexpected XML node", 0}));
+    cursor = Child(withoutLines.Root(), 2);
+    EXPECT_EQ(ThrownBy([&] { GetNextTag(cursor); }), "Unexpected XML node@0");
 }
 
 TEST(TreeNavigation, IsNodeOkMatchesElementNamesExactly) {
     const DomTest::Parsed parsed("<r><Item>text</Item><caf\xC3\xA9/></r>");
-    xercesc::DOMElement* item = parsed.Element(u"Item");
+    DOMElement* item = parsed.Element(u"Item");
     EXPECT_TRUE(IsNodeOk(item, Tavo::UniString("Item")));
     EXPECT_TRUE(IsNodeOk(item, Tavo::String("Item")));
     EXPECT_FALSE(IsNodeOk(item, Tavo::UniString("item")));
@@ -198,11 +164,8 @@ namespace {
 
 class DeletionProbe : public xercesc::DOMUserDataHandler {
 public:
-    void handle(DOMOperationType operation, const XMLCh*, void*, const xercesc::DOMNode*,
-                xercesc::DOMNode*) override {
-        if (operation == NODE_DELETED) {
-            ++deleted;
-        }
+    void handle(DOMOperationType operation, const XMLCh*, void*, const DOMNode*, DOMNode*) override {
+        deleted += operation == NODE_DELETED ? 1 : 0;
     }
     int deleted = 0;
 };
@@ -211,10 +174,10 @@ public:
 
 TEST(TreeNavigation, DocumentSentryReleasesItsDocument) {
     { const DOMDocumentSentry nothing(nullptr); }
-
     DeletionProbe probe;
     {
-        xercesc::DOMDocument* document = DomTest::NewDocument().release();
+        xercesc::DOMDocument* document =
+            xercesc::DOMImplementation::getImplementation()->createDocument(nullptr, u"r", nullptr);
         document->setUserData(u"probe", &probe, &probe);
         const DOMDocumentSentry sentry(document);
         EXPECT_EQ(probe.deleted, 0);
