@@ -1,21 +1,31 @@
 // The input factories under both exception policies, their exception ladder, and the channel guards.
-#include "reader/ReaderTestSupport.hpp"
+#include "common/TestText.hpp"
 
 #include "TavoXMLUtils/interface/TavoXMLChannelGuards.hpp"
 #include "TavoXMLUtils/interface/TavoXMLExceptions.hpp"
 #include "TavoXMLUtils/interface/TavoXMLIChannelFactories.hpp"
 #include "TavoXMLUtils/interface/TavoXMLInterface.hpp"
+#include "TavoXMLUtils/reader/TavoXMLDOMReader.hpp"
 #include "Vesk/Location.hpp"
 
 #include <xercesc/dom/DOMException.hpp>
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <new>
+#include <string_view>
 
-using ReaderTest::Utf8;
+using TavoTest::Utf8;
 
 namespace {
+
+// A reader over the UTF-8 document `xml`, built directly, not through a factory.
+std::unique_ptr<TavoXML::DOMReader> Open(std::string_view xml) {
+    return std::make_unique<TavoXML::DOMReader>(reinterpret_cast<unsigned char const*>(xml.data()),
+                                                static_cast<unsigned int>(xml.size()),
+                                                Tavo::XMLNoTopLevelTag);
+}
 
 Tavo::XMLIChannel* FromText(std::string const& xml, char const* tag, TavoXML::ExceptionPolicy policy) {
     return TavoXML::CreateXMLIChannelFromMemory(reinterpret_cast<unsigned char const*>(xml.data()),
@@ -88,7 +98,7 @@ TEST(ChannelGuards, HarvestMessagesAndDelete) {
     {
         TavoXML::XMLIChannelGuard guard(&channel, &harvested);
         // Assigned after the guard was built: still guarded.
-        channel = ReaderTest::Open(xml).release();
+        channel = Open(xml).release();
         channel->AddMessage(Tavo::UniString(u"first \u20AC"));
         ASSERT_EQ(channel->ReadStartElement("b"), Tavo::NoError);
         channel->AddMessage(Tavo::UniString("second"));
@@ -104,7 +114,7 @@ TEST(ChannelGuards, HarvestMessagesAndDelete) {
     harvested.Clear();
     { TavoXML::XMLIChannelGuard nullAddress(nullptr, &harvested); }
     // Disposed of within the scope: the guard finds null and does nothing.
-    Tavo::XMLIChannel* input = ReaderTest::Open("<r/>").release();
+    Tavo::XMLIChannel* input = Open("<r/>").release();
     {
         TavoXML::XMLIChannelGuard inputGuard(&input, &harvested);
         input->AddMessage(Tavo::UniString("lost"));
@@ -112,7 +122,7 @@ TEST(ChannelGuards, HarvestMessagesAndDelete) {
     }
     EXPECT_EQ(harvested.GetSize(), 0u);
     // Without an array the guard only deletes (the sanitizer build sees a leak otherwise).
-    input = ReaderTest::Open("<r/>").release();
+    input = Open("<r/>").release();
     { TavoXML::XMLIChannelGuard guard(&input); }
     EXPECT_EQ(input, nullptr);
 
