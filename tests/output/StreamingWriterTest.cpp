@@ -1,13 +1,12 @@
-// The streaming writer: its declaration, the four rows of its indentation table, escaping and UTF-8,
-// the attribute list, the lower-case events, a surplus end tag, a refusing channel; and the two
-// format-target adapters, which must hand on exactly the formatter's bytes.
+// The streaming writer: its declaration, indentation, escaping and UTF-8, the attribute list, the lower-case
+// events, surplus end tags, a refusing channel; and the two format-target adapters.
 #include "TavoXMLUtils/output/OBinaryChannelXMLFormatTarget.hpp"
 #include "TavoXMLUtils/output/OChannelXMLFormatTarget.hpp"
 #include "TavoXMLUtils/output/TavoSAX2Writer.hpp"
 
+#include "RecordingChannel.hpp"
 #include "common/GoldenFile.hpp"
 
-#include "TavoRoot/OChannel.hpp"
 #include "TavoRoot/TavoException.hpp"
 #include "TavoRoot/UniString.hpp"
 
@@ -17,8 +16,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <sstream>
 #include <string>
-#include <vector>
 
 XERCES_CPP_NAMESPACE_USE
 
@@ -28,37 +27,6 @@ using Tavo::UniString;
 using TavoXML::TavoSAX2Writer;
 
 std::string const gDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-
-// A plain byte sink (not a binary stream) that keeps every WriteBin call apart; from call number
-// `refuseAt` on (counting from 1) it refuses with status 5 and keeps nothing.
-template <class Base>
-class RecordingChannel : public Base {
-public:
-    std::vector<std::string> calls;
-    int refuseAt = 0;
-    int attempts = 0;
-
-    int WriteBin(char const* data, unsigned int count, unsigned int* written) override {
-        ++attempts;
-        if (refuseAt != 0 && attempts >= refuseAt) {
-            return 5;
-        }
-        calls.emplace_back(data, count);
-        if (written != nullptr) {
-            *written = count;
-        }
-        return 0;
-    }
-    std::string Bytes() const {
-        std::string all;
-        for (std::string const& call : calls) {
-            all += call;
-        }
-        return all;
-    }
-};
-using PlainChannel = RecordingChannel<Tavo::OChannel>;
-using BinaryChannel = RecordingChannel<Tavo::OBinaryChannel>;
 
 // The text after the declaration, which must stand first.
 std::string Body(std::string const& bytes) {
@@ -75,46 +43,37 @@ std::string Write(std::function<void(TavoSAX2Writer&)> const& events) {
     return Body(channel.GetData());
 }
 
-} // namespace
-
-TEST(StreamingWriter, DocumentWithoutElementsHoldsOnlyTheDeclaration) {
-    PlainChannel plain;
-    BinaryChannel binary;
-    {
-        TavoSAX2Writer onPlain(plain);
-        TavoSAX2Writer onBinary(binary);
-        onPlain.StartDocument();
-        onPlain.EndDocument();
-    }
-    EXPECT_EQ(plain.Bytes(), gDeclaration);
-    EXPECT_EQ(binary.Bytes(), gDeclaration);
+// Plays blank-separated steps on a fresh writer: "+N" starts element N, "-N" ends it, "N=t" writes a simple
+// element N holding t, and ".t" writes the characters t.
+std::string Play(std::string const& steps) {
+    return Write([&](TavoSAX2Writer& w) {
+        std::istringstream in(steps);
+        for (std::string step; in >> step;) {
+            UniString const rest(step.substr(1).c_str());
+            std::size_t const equals = step.find('=');
+            if (step[0] == '+') {
+                w.StartElement(rest);
+            } else if (step[0] == '-') {
+                w.EndElement(rest);
+            } else if (step[0] == '.') {
+                w.Characters(rest);
+            } else {
+                w.SimpleElement(UniString(step.substr(0, equals).c_str()),
+                                UniString(step.substr(equals + 1).c_str()));
+            }
+        }
+    });
 }
+
+} // namespace
 
 TEST(StreamingWriter, IndentationAndLineEndsFollowTheStateTable) {
     // Row 1 (nothing just opened, start): indentation only, here none at depth 0. Row 2 (just opened,
     // start): line end, then indentation. Row 3 (just opened, end): the end tag at once, then a line end.
     // Row 4 (a child closed, end): indentation at the new depth, the tag, a line end.
-    EXPECT_EQ(Write([](TavoSAX2Writer& w) {
-                  w.StartElement(UniString("A"));
-                  w.StartElement(UniString("B"));
-                  w.StartElement(UniString("C"));
-                  w.EndElement(UniString("C"));
-                  w.EndElement(UniString("B"));
-                  w.EndElement(UniString("A"));
-              }),
-              "<A>\n  <B>\n    <C></C>\n  </B>\n</A>\n");
+    EXPECT_EQ(Play("+A +B +C -C -B -A"), "<A>\n  <B>\n    <C></C>\n  </B>\n</A>\n");
     // Siblings share their indentation; text is not indented and keeps the element open for a line end.
-    EXPECT_EQ(Write([](TavoSAX2Writer& w) {
-                  w.StartElement(UniString("P"));
-                  w.SimpleElement(UniString("C"), UniString("text"));
-                  w.SimpleElement(UniString("C"), UniString("more"));
-                  w.StartElement(UniString("M"));
-                  w.Characters(UniString("mixed"));
-                  w.StartElement(UniString("I"));
-                  w.EndElement(UniString("I"));
-                  w.EndElement(UniString("M"));
-                  w.EndElement(UniString("P"));
-              }),
+    EXPECT_EQ(Play("+P C=text C=more +M .mixed +I -I -M -P"),
               "<P>\n  <C>text</C>\n  <C>more</C>\n  <M>mixed\n    <I></I>\n  </M>\n</P>\n");
 }
 
@@ -122,13 +81,11 @@ TEST(StreamingWriter, EscapesTextAndAttributesAndWritesUTF8) {
     EXPECT_EQ(Write([](TavoSAX2Writer& w) {
                   TavoSAX2Writer::Attrs attributes;
                   attributes.Add(UniString("q"), UniString("say \"hi\" & <go>"));
-                  w.SimpleElement(UniString("T"), attributes, UniString("a<b & c>d \"e\""));
+                  w.SimpleElement(UniString(u"Z\u00FCrich"), attributes,
+                                  UniString(u"a<b & c>d \"e\" \u20AC \U0001F600 \u00E6"));
               }),
-              "<T q=\"say &quot;hi&quot; &amp; &lt;go>\">a&lt;b &amp; c&gt;d \"e\"</T>\n");
-    EXPECT_EQ(Write([](TavoSAX2Writer& w) {
-                  w.SimpleElement(UniString(u"Z\u00FCrich"), UniString(u"\u20AC \U0001F600 \u00E6"));
-              }),
-              "<Z\xC3\xBCrich>\xE2\x82\xAC \xF0\x9F\x98\x80 \xC3\xA6</Z\xC3\xBCrich>\n");
+              "<Z\xC3\xBCrich q=\"say &quot;hi&quot; &amp; &lt;go>\">a&lt;b &amp; c&gt;d \"e\" \xE2\x82\xAC "
+              "\xF0\x9F\x98\x80 \xC3\xA6</Z\xC3\xBCrich>\n");
 }
 
 TEST(StreamingWriter, WholeDocumentMatchesItsGoldenFile) {
@@ -159,46 +116,39 @@ TEST(StreamingWriter, WholeDocumentMatchesItsGoldenFile) {
 TEST(StreamingWriter, AttrsIsWalkedByIndexOnly) {
     TavoSAX2Writer::Attrs attributes;
     EXPECT_EQ(attributes.getLength(), 0u);
+    std::string expected = "<E";
     for (int i = 0; i < 9; ++i) { // past the first room of four
         attributes.Add(UniString::PrintfFwd("a%d", i), UniString::PrintfFwd("v%d", i));
+        expected += " a" + std::to_string(i) + "=\"v" + std::to_string(i) + "\"";
     }
     ASSERT_EQ(attributes.getLength(), 9u);
     for (XMLSize_t i = 0; i < 9; ++i) {
-        std::u16string const name = u"a" + std::u16string(1, char16_t(u'0' + i));
-        std::u16string const value = u"v" + std::u16string(1, char16_t(u'0' + i));
-        EXPECT_EQ(std::u16string(attributes.getLocalName(i)), name);
-        EXPECT_EQ(std::u16string(attributes.getQName(i)), name);
-        EXPECT_EQ(std::u16string(attributes.getValue(i)), value);
+        std::u16string const digit(1, char16_t(u'0' + i));
+        EXPECT_EQ(std::u16string(attributes.getLocalName(i)), u"a" + digit);
+        EXPECT_EQ(std::u16string(attributes.getQName(i)), u"a" + digit);
+        EXPECT_EQ(std::u16string(attributes.getValue(i)), u"v" + digit);
         EXPECT_EQ(std::u16string(attributes.getType(i)), u"CDATA");
         ASSERT_NE(attributes.getURI(i), nullptr);
         EXPECT_EQ(attributes.getURI(i)[0], 0) << "a zero-length URI, not the keyword EMPTY";
     }
-    XMLSize_t index = 3;
+    // Lookups by name find nothing; past the end gives null rather than a read out of bounds.
+    XMLSize_t index = 3, qualifiedIndex = 3;
     EXPECT_FALSE(attributes.getIndex(u"a1", index));
+    EXPECT_FALSE(attributes.getIndex(u"", u"a1", qualifiedIndex));
     EXPECT_EQ(index, ~XMLSize_t(0));
-    index = 3;
-    EXPECT_FALSE(attributes.getIndex(u"", u"a1", index));
-    EXPECT_EQ(index, ~XMLSize_t(0));
+    EXPECT_EQ(qualifiedIndex, ~XMLSize_t(0));
     EXPECT_EQ(attributes.getIndex(u"a1"), -1);
     EXPECT_EQ(attributes.getIndex(u"", u"a1"), -1);
-    EXPECT_EQ(attributes.getType(u"a1"), nullptr);
-    EXPECT_EQ(attributes.getType(u"", u"a1"), nullptr);
-    EXPECT_EQ(attributes.getValue(u"a1"), nullptr);
-    EXPECT_EQ(attributes.getValue(u"", u"a1"), nullptr);
-    // Past the end: null rather than a read out of bounds.
-    EXPECT_EQ(attributes.getValue(9), nullptr);
-    EXPECT_EQ(attributes.getQName(100), nullptr);
-
-    std::string expected = "<E";
-    for (int i = 0; i < 9; ++i) {
-        expected += " a" + std::to_string(i) + "=\"v" + std::to_string(i) + "\"";
+    for (XMLCh const* found :
+         {attributes.getType(u"a1"), attributes.getType(u"", u"a1"), attributes.getValue(u"a1"),
+          attributes.getValue(u"", u"a1"), attributes.getValue(9), attributes.getQName(100)}) {
+        EXPECT_EQ(found, nullptr);
     }
-    expected += "></E>\n";
     EXPECT_EQ(Write([&](TavoSAX2Writer& w) {
                   w.StartElement(UniString("E"), attributes);
                   w.EndElement(UniString("E"));
               }),
-              expected);
+              expected + "></E>\n");
 }
 
 TEST(StreamingWriter, LowerCaseEventsForwardWithoutTouchingTheLayout) {
@@ -225,13 +175,7 @@ TEST(StreamingWriter, LowerCaseEventsForwardWithoutTouchingTheLayout) {
 
 TEST(StreamingWriter, SurplusEndElementsAndOpenElementsAreNotRepaired) {
     // Depth goes below zero: no indentation, and the next start tag stands at the margin too.
-    EXPECT_EQ(Write([](TavoSAX2Writer& w) {
-                  w.EndElement(UniString("X"));
-                  w.EndElement(UniString("Y"));
-                  w.StartElement(UniString("A"));
-                  w.StartElement(UniString("B"));
-              }),
-              "</X>\n</Y>\n<A>\n<B>");
+    EXPECT_EQ(Play("-X -Y +A +B"), "</X>\n</Y>\n<A>\n<B>");
     // The destructor closes nothing, and the channel stays the caller's.
     PlainChannel channel;
     {
@@ -240,14 +184,14 @@ TEST(StreamingWriter, SurplusEndElementsAndOpenElementsAreNotRepaired) {
         writer.SimpleElement(UniString("V"), UniString("1"));
     }
     EXPECT_EQ(channel.WriteBin("!", 1, nullptr), 0);
-    EXPECT_EQ(Body(channel.Bytes()), "<Open>\n  <V>1</V>\n!");
+    EXPECT_EQ(Body(channel.bytes), "<Open>\n  <V>1</V>\n!");
 }
 
 TEST(StreamingWriter, RefusingChannelThrowsAndReceivesNothingMore) {
     PlainChannel channel;
     channel.refuseAt = 4;
     TavoSAX2Writer writer(channel); // the declaration takes the first three calls
-    ASSERT_EQ(channel.Bytes(), gDeclaration);
+    ASSERT_EQ(channel.bytes, gDeclaration);
     try {
         writer.StartElement(UniString("A"));
         FAIL() << "a refused write must throw";
@@ -255,9 +199,8 @@ TEST(StreamingWriter, RefusingChannelThrowsAndReceivesNothingMore) {
         EXPECT_EQ(e.GetErrorCode(), 5);
     }
     EXPECT_THROW(writer.EndElement(UniString("A")), Tavo::RunTimeErrorException);
-    EXPECT_EQ(channel.Bytes(), gDeclaration);
+    EXPECT_EQ(channel.bytes, gDeclaration);
     EXPECT_GT(channel.attempts, 4);
-
     // A channel that refuses the declaration makes the constructor throw, and nothing is leaked.
     BinaryChannel refusing;
     refusing.refuseAt = 1;
@@ -281,7 +224,6 @@ TEST(FormatTargetAdapters, HandOnExactlyTheFormattersBytes) {
         feed(reference, encoding);
         std::string const expected(reinterpret_cast<char const*>(reference.getRawBuffer()),
                                    reference.getLen());
-
         PlainChannel plain;
         BinaryChannel binary;
         {
@@ -292,11 +234,10 @@ TEST(FormatTargetAdapters, HandOnExactlyTheFormattersBytes) {
             onPlain.flush();
             onBinary.flush();
         }
-        EXPECT_EQ(plain.Bytes(), expected);
-        EXPECT_EQ(binary.Bytes(), expected);
+        EXPECT_EQ(plain.bytes, expected);
+        EXPECT_EQ(binary.bytes, expected);
         EXPECT_GT(plain.calls.size(), 1u);
     }
-
     // Direct calls: NUL and high bytes pass unchanged, one call per block, and an empty block adds nothing.
     PlainChannel channel;
     TavoXML::OChannelXMLFormatTarget adapter(channel);
