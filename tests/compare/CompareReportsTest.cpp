@@ -5,9 +5,7 @@
 #include "common/GoldenFile.hpp"
 
 using namespace CompareTest;
-using TavoTest::Utf8;
 using Side = XMLCompareException::Side;
-constexpr Side kLeft = XMLCompareException::Left, kRight = XMLCompareException::Right;
 
 namespace {
 

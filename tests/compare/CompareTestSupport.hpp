@@ -25,7 +25,9 @@
 
 namespace CompareTest {
 
+using TavoTest::Utf8;
 using TavoXML::XMLCompareException;
+constexpr XMLCompareException::Side kLeft = XMLCompareException::Left, kRight = XMLCompareException::Right;
 
 inline TavoTest::ParsedDocument Parse(std::string const& xml) {
     TavoTest::ParsedDocument document = TavoTest::ParsedDocument::FromText(xml);
@@ -108,10 +110,7 @@ inline void ExpectPaths(XMLCompareException const& report, std::string const& le
 
 // Live objects handed out by CountingOptions.
 struct Live {
-    static inline int options = 0;
-    static inline int nodeComparators = 0;
-    static inline int valueComparators = 0;
-    static inline int maxOptions = 0;
+    static inline int options = 0, nodeComparators = 0, valueComparators = 0, maxOptions = 0;
 };
 
 template <class Base, int* live>

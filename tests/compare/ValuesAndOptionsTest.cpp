@@ -140,7 +140,8 @@ TEST(ReadyOptions, TypeWordsChooseTheComparisonOfTheTextsBelow) {
         {
             {"<v tavo_type='int'>x</v>", "<v tavo_type='int'>x</v>", false},
             {"<v tavo_type='int'>1</v>", "<v tavo_type='int'>1.0</v>", false},
-            {"<v tavo_type='INT'>7</v>", "<v tavo_type='int'> 7</v>", true}, // words without case
+            {"<v tavo_type='INT'>7</v>", "<v tavo_type='int'> 7</v>", true},
+            {"<v tavo_type='INT'>1</v>", "<v tavo_type='Int'>1.0</v>", false}, // words without case
             {"<v tavo_type='string'>1.0</v>", "<v tavo_type='string'>1.00</v>", false},
             {"<v tavo_type='string'>Abc</v>", "<v tavo_type='string'>aBC </v>", true},
             {"<v tavo_type='double'>abc</v>", "<v tavo_type='double'>abc</v>", false},
@@ -154,7 +155,7 @@ TEST(ReadyOptions, TypeWordsChooseTheComparisonOfTheTextsBelow) {
     auto const words = Catch<TavoXML::AttributesDontMatchException>(
         [] { Compare("<v tavo_type='int'>1</v>", "<v tavo_type='double'>1</v>", Ruled()); });
     ASSERT_TRUE(words);
-    EXPECT_EQ(TavoTest::Utf8(words->GetAttributeName()), "tavo_type");
+    EXPECT_EQ(Utf8(words->GetAttributeName()), "tavo_type");
     // With the attributes kept out of the attribute comparison, the one-sided and differing rules show.
     ExpectOutcomes(SteeringOnlyOptions(),
                    {{"<v tavo_type='string'>1.0</v>", "<v>1.00</v>", false},
@@ -189,13 +190,13 @@ TEST(ReadyOptions, ToleranceAttributeHoldsForTheSubtreeOnly) {
 TEST(ReadyOptions, AttributeNamesCanBeChangedOrSwitchedOff) {
     TavoTest::ParsedDocument const document = Parse("<v tavo_type='int' kind='string' tavo_eps='0.5'/>");
     Ruled options;
-    EXPECT_EQ(TavoTest::Utf8(options.GetTypeDeciderAtt()), "tavo_type");
-    EXPECT_EQ(TavoTest::Utf8(options.GetEpsAtt()), "tavo_eps");
+    EXPECT_EQ(Utf8(options.GetTypeDeciderAtt()), "tavo_type");
+    EXPECT_EQ(Utf8(options.GetEpsAtt()), "tavo_eps");
     EXPECT_TRUE(options.CanOptionsChangeAndEffectNotChildNodes());
     ASSERT_NE(options.GetTypeAttribute(document.Root()), nullptr);
     EXPECT_EQ(options.GetTypeAttribute(nullptr), nullptr);
     options.SetTypeDeciderAtt(Tavo::UniString("kind"));
-    EXPECT_EQ(TavoTest::Utf8(options.GetTypeAttribute(document.Root())->getValue()), "string");
+    EXPECT_EQ(Utf8(options.GetTypeAttribute(document.Root())->getValue()), "string");
     options.SetTypeDeciderAtt(Tavo::UniString());
     EXPECT_EQ(options.GetTypeAttribute(document.Root()), nullptr);
     // Switched off, the type word no longer steers a comparison.
