@@ -10,10 +10,13 @@
 #include "TavoXMLUtils/compare/XMLNodeComparators.hpp"
 #include "TavoXMLUtils/compare/XMLValueComparators.hpp"
 #include "common/ParsedDocument.hpp"
+#include "common/TestText.hpp"
 
 #include <gtest/gtest.h>
+#include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
+#include <xercesc/dom/DOMText.hpp>
 
 #include <algorithm>
 #include <functional>
@@ -22,24 +25,31 @@
 
 namespace CompareTest {
 
+using TavoTest::Utf8;
+using TavoXML::XMLCompareException;
+constexpr XMLCompareException::Side kLeft = XMLCompareException::Left, kRight = XMLCompareException::Right;
+
 inline TavoTest::ParsedDocument Parse(std::string const& xml) {
     TavoTest::ParsedDocument document = TavoTest::ParsedDocument::FromText(xml);
     EXPECT_NE(document.Get(), nullptr) << "does not parse: " << xml;
     return document;
 }
 
+inline TavoXML::StrictOrderAutoValueCompareOptions WithEps(double eps) {
+    TavoXML::StrictOrderAutoValueCompareOptions options;
+    options.SetDoubleEps(eps);
+    return options;
+}
+
 // Compares two documents given as text with a strict comparator at the root.
-inline void Compare(std::string const& left, std::string const& right,
-                    TavoXML::IXMLCompareOptions const& options, xercesc::DOMNodeFilter* filter = nullptr) {
+inline void
+Compare(std::string const& left, std::string const& right,
+        TavoXML::IXMLCompareOptions const& options = TavoXML::StrictOrderAutoValueCompareOptions(),
+        xercesc::DOMNodeFilter* filter = nullptr) {
     TavoTest::ParsedDocument const l = Parse(left);
     TavoTest::ParsedDocument const r = Parse(right);
     TavoXML::XMLCompareStrictOrder comparator;
     TavoXML::DoXMLCompare(l.Get(), r.Get(), &comparator, filter, options);
-}
-
-inline void CompareAuto(std::string const& left, std::string const& right,
-                        xercesc::DOMNodeFilter* filter = nullptr) {
-    Compare(left, right, TavoXML::StrictOrderAutoValueCompareOptions(), filter);
 }
 
 // Whether the two documents compare equal under the options (the automatic ones by default).
@@ -51,6 +61,18 @@ Equal(std::string const& left, std::string const& right,
         return true;
     } catch (TavoXML::XMLCompareException const&) {
         return false;
+    }
+}
+
+// Each row: left document, right document, whether they compare equal under the options.
+struct Outcome {
+    char const* left;
+    char const* right;
+    bool equal;
+};
+inline void ExpectOutcomes(TavoXML::IXMLCompareOptions const& options, std::initializer_list<Outcome> rows) {
+    for (Outcome const& row : rows) {
+        EXPECT_EQ(Equal(row.left, row.right, options), row.equal) << row.left << " against " << row.right;
     }
 }
 
@@ -68,29 +90,37 @@ std::optional<Report> Catch(std::function<void()> const& run) {
     return std::nullopt;
 }
 
-inline std::string Path(TavoXML::XMLCompareException const& report, TavoXML::XMLCompareException::Side side) {
+// The report of class Report that comparing the two texts with the automatic options throws.
+template <class Report>
+std::optional<Report> ReportOf(std::string const& left, std::string const& right,
+                               xercesc::DOMNodeFilter* filter = nullptr) {
+    return Catch<Report>(
+        [&] { Compare(left, right, TavoXML::StrictOrderAutoValueCompareOptions(), filter); });
+}
+
+inline std::string Path(XMLCompareException const& report, XMLCompareException::Side side) {
     return Tavo::ToUTF8String(report.GetNodePathUniString(side));
+}
+
+inline void ExpectPaths(XMLCompareException const& report, std::string const& left,
+                        std::string const& right) {
+    EXPECT_EQ(Path(report, XMLCompareException::Left), left);
+    EXPECT_EQ(Path(report, XMLCompareException::Right), right);
 }
 
 // Live objects handed out by CountingOptions.
 struct Live {
-    static inline int options = 0;
-    static inline int nodeComparators = 0;
-    static inline int valueComparators = 0;
-    static inline int maxOptions = 0;
+    static inline int options = 0, nodeComparators = 0, valueComparators = 0, maxOptions = 0;
 };
 
-class CountingStrictOrder : public TavoXML::XMLCompareStrictOrder {
+template <class Base, int* live>
+class Counted : public Base {
 public:
-    CountingStrictOrder() { ++Live::nodeComparators; }
-    ~CountingStrictOrder() override { --Live::nodeComparators; }
+    Counted() { ++*live; }
+    ~Counted() override { --*live; }
 };
-
-class CountingAuto : public TavoXML::XMLCompareAuto {
-public:
-    CountingAuto() { ++Live::valueComparators; }
-    ~CountingAuto() override { --Live::valueComparators; }
-};
+using CountingStrictOrder = Counted<TavoXML::XMLCompareStrictOrder, &Live::nodeComparators>;
+using CountingAuto = Counted<TavoXML::XMLCompareAuto, &Live::valueComparators>;
 
 // Attribute-ruled options (so that every element pair gets a clone) that count what they hand out.
 class CountingOptions : public TavoXML::AttrRuledCompareOptions {
