@@ -223,7 +223,7 @@ xercesc::DOMDocument* ValidatingXMLParser::ParseGuarded(xercesc::InputSource& so
         parser.parse(counted);
         return parser.adoptDocument();
     } catch (xercesc::OutOfMemoryException const&) {
-        ReportOutOfMemory(guard, size, errorLocation, errorMessage);
+        ReportOutOfMemory(guard, errorLocation, errorMessage);
     } catch (std::bad_alloc const&) {
         parser.RecoverFromFailedParse(true);
         Report(errorLocation, errorMessage, 0, gOutOfMemory);
@@ -238,7 +238,7 @@ xercesc::DOMDocument* ValidatingXMLParser::ParseGuarded(xercesc::InputSource& so
     return nullptr;
 }
 
-void ValidatingXMLParser::ReportOutOfMemory(TavoXML::detail::ParseGuard const& guard, std::size_t size,
+void ValidatingXMLParser::ReportOutOfMemory(TavoXML::detail::ParseGuard const& guard,
                                             NodeLocationInfo* errorLocation,
                                             Tavo::UniString* errorMessage) noexcept {
     if (guard.Refused()) {
@@ -251,8 +251,8 @@ void ValidatingXMLParser::ReportOutOfMemory(TavoXML::detail::ParseGuard const& g
         XMLFileLoc const line = parser.GetLocator().getLineNumber();
         parser.RecoverFromFailedParse(true);
         try {
-            XMLSize_t const limit = ExpansionLimit(size) + gReadersBesideExpansions;
-            Report(errorLocation, errorMessage, line, Tavo::UniString::PrintfFwd(gTooManyEntities, limit));
+            Report(errorLocation, errorMessage, line,
+                   Tavo::UniString::PrintfFwd(gTooManyEntities, (*memory).EntityLimit()));
         } catch (...) {
             Report(errorLocation, errorMessage, line, gOutOfMemory);
         }

@@ -161,8 +161,8 @@ private:
                                      NodeLocationInfo* errorLocation, Tavo::UniString* errorMessage);
     // The report of a parse ended by OutOfMemoryException: the guard's refusal for size, the entity
     // limit, the budget or the heap.
-    void ReportOutOfMemory(TavoXML::detail::ParseGuard const& guard, std::size_t size,
-                           NodeLocationInfo* errorLocation, Tavo::UniString* errorMessage) noexcept;
+    void ReportOutOfMemory(TavoXML::detail::ParseGuard const& guard, NodeLocationInfo* errorLocation,
+                           Tavo::UniString* errorMessage) noexcept;
     xercesc::DOMDocument* ParseGuarded(xercesc::InputSource& source, std::size_t size, ValSchemes scheme,
                                        bool createEntityRefs, NodeLocationInfo* errorLocation,
                                        Tavo::UniString* errorMessage);

@@ -58,7 +58,7 @@ public:
     void OnResolve(xercesc::XMLResourceIdentifier const& resource);
 
     // After an out-of-memory exception: whether it was a refusal for size, and its text and line.
-    bool Refused() const noexcept { return refusalLine != 0 || !refusalText.IsEmpty(); }
+    bool Refused() const noexcept { return !refusalText.IsEmpty(); }
     Tavo::UniString const& RefusalText() const noexcept { return refusalText; }
     XMLFileLoc RefusalLine() const noexcept { return refusalLine; }
 

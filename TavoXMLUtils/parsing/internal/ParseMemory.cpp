@@ -234,6 +234,11 @@ bool ParseMemory::EntitiesExceeded() const {
     return entitiesExceeded;
 }
 
+std::size_t ParseMemory::EntityLimit() const {
+    std::lock_guard const lock(mutex);
+    return entityLimit;
+}
+
 void ParseMemory::Retire() noexcept {
     bool nothingLeft = false;
     {

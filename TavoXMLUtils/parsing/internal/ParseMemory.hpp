@@ -55,6 +55,8 @@ public:
     bool BudgetExceeded() const;
     // True once an entity reader of the current parse was refused for the entity limit.
     bool EntitiesExceeded() const;
+    // The entity limit of the current or last parse.
+    std::size_t EntityLimit() const;
 
     // Frees the blocks of failed parses and gives up ownership; call only when the parser is gone.
     void Retire() noexcept;
